@@ -1,0 +1,32 @@
+// Reading and replacing whole files, with errors as values.
+#pragma once
+
+#include "base/Result.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <sys/types.h>
+
+namespace Vesk
+{
+
+/**
+ * The whole content of a file of at most `maxBytes` bytes.
+ *
+ * NotFound when nothing is there, TooLarge beyond the cap, Unreadable for all else: a folder, a pipe, a
+ * missing permission, an input error. Never waits for a writer.
+ */
+[[nodiscard]] Result<QByteArray> readFile(const QString &path, qsizetype maxBytes);
+
+/**
+ * Replaces the content of a file so that a reader sees the old bytes or the new ones, never a mixture.
+ *
+ * The new file has exactly the permission bits `mode` before it holds its first byte, and its bytes are on
+ * the disk before it takes the name. A symbolic link is written through, also when its target does not exist
+ * yet. Fails with Unwritable and leaves the old file as it was; what exists and is no plain file is never
+ * replaced.
+ */
+[[nodiscard]] Result<void> writeAtomically(const QString &path, QByteArrayView bytes, mode_t mode = 0644);
+
+} // namespace Vesk

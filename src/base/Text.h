@@ -1,0 +1,28 @@
+// Counting, cutting and trimming of text by the rules of this product: a "character" is a user-perceived one.
+#pragma once
+
+#include <QString>
+
+namespace Vesk::Text
+{
+
+/** The number of user-perceived characters (extended grapheme clusters). */
+[[nodiscard]] qsizetype characterCount(const QString &text);
+
+/** The first `count` user-perceived characters; the whole text when it has no more. */
+[[nodiscard]] QString firstCharacters(const QString &text, qsizetype count);
+
+/** `text` when it has at most `count` characters, else its first `count` with `mark` behind them. */
+[[nodiscard]] QString clipped(const QString &text, qsizetype count,
+                              const QString &mark = QStringLiteral("…"));
+
+/** The text before its first line end of any kind (LF, CR, CRLF, VT, FF, NEL, LS, PS). */
+[[nodiscard]] QString firstLine(const QString &text);
+
+/** Takes spaces and tabs off both ends; line ends stay. */
+[[nodiscard]] QString trimBlanks(const QString &text);
+
+/** Takes white space and line ends (the Unicode class) off both ends. */
+[[nodiscard]] QString trimWhitespace(const QString &text);
+
+} // namespace Vesk::Text
