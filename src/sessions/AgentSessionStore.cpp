@@ -1,0 +1,69 @@
+#include "sessions/AgentSessionStore.h"
+
+#include "core/UsageRecorder.h"
+
+#include <QDir>
+
+#include <algorithm>
+#include <iterator>
+
+namespace Vesk
+{
+
+AgentSessionStore::AgentSessionStore(SessionServices services, QObject *parent)
+    : QObject(parent)
+    , m_services(std::move(services))
+{
+}
+
+QList<ProjectChat *> AgentSessionStore::sessions(const QString &alias) const
+{
+    QList<ProjectChat *> found;
+    std::copy_if(m_sessions.cbegin(), m_sessions.cend(), std::back_inserter(found),
+                 [&](const ProjectChat *chat) { return chat->alias() == alias; });
+    return found;
+}
+
+ProjectChat *AgentSessionStore::session(const QUuid &id) const
+{
+    const auto found = std::find_if(m_sessions.cbegin(), m_sessions.cend(),
+                                    [&](const ProjectChat *chat) { return chat->id() == id; });
+    return found == m_sessions.cend() ? nullptr : *found;
+}
+
+ProjectChat *AgentSessionStore::newSession(const ProjectCatalogEntry &entry, bool includeLocalSettings,
+                                           const std::optional<ClaudeProjectSettings> &defaults)
+{
+    const QString title = QStringLiteral("Session %1").arg(sessions(entry.alias).size() + 1);
+    auto *chat = new ProjectChat(QUuid::createUuid(), entry.alias, entry.path, title,
+                                 resolveEnv ? resolveEnv() : QHash<QString, QString>(), m_services, this);
+    chat->applyProjectDefaults(
+        defaults ? *defaults
+                 : ClaudeSettingsResolver::resolve(entry.path, QDir::homePath(), includeLocalSettings));
+    chat->onStreamNote = [this](const QString &line) {
+        if (streamNoteSink)
+            streamNoteSink(line);
+    };
+    UsageRecorder::record(FeatureSignal::SessionStarted);
+    m_sessions.append(chat);
+    Q_EMIT sessionAdded(chat);
+    return chat;
+}
+
+void AgentSessionStore::remove(const QUuid &id)
+{
+    ProjectChat *chat = session(id);
+    if (!chat)
+        return;
+    Q_EMIT sessionAboutToBeRemoved(chat);
+    m_sessions.removeOne(chat);
+    chat->deleteLater();
+}
+
+void AgentSessionStore::removeSessions(const QString &alias)
+{
+    for (const ProjectChat *chat : sessions(alias))
+        remove(chat->id());
+}
+
+} // namespace Vesk
