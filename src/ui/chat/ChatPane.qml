@@ -1,0 +1,106 @@
+import QtQuick
+import QtQuick.Layouts
+import Vesk.Controls
+import Vesk.Chat
+
+// The surface of one session: its timeline, what waits for an answer, the bars and the composer.
+FocusScope {
+    id: pane
+
+    required property ProjectChat chat
+    // The pane that has the keyboard's attention; others never take it.
+    property bool active: false
+
+    signal openAuditLog()
+    signal openLink(string link)
+
+    Accessible.role: Accessible.Pane
+    Accessible.name: chat ? chat.title : ""
+
+    function focusComposer(): void {
+        composer.focusEditor()
+    }
+    function allowOnce(): void {
+        view.permission.allowOnce()
+    }
+    function allowAlways(): void {
+        view.permission.allowAlways()
+    }
+    function deny(): void {
+        view.permission.deny()
+    }
+    function softInterrupt(): void {
+        view.status.softInterrupt()
+    }
+    function stop(): void {
+        view.status.stop()
+    }
+
+    ChatViewModel {
+        id: view
+        chat: pane.chat
+        onFocusComposer: {
+            if (pane.active)
+                composer.focusEditor()
+        }
+    }
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.canvas
+    }
+    DropArea {
+        id: drop
+        anchors.fill: parent
+        keys: ["text/uri-list"]
+        onDropped: drop => {
+            view.composer.attachments.add(drop.urls)
+            drop.accept()
+        }
+    }
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        Timeline {
+            id: timeline
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            view: view
+            onOpenLink: link => pane.openLink(link)
+        }
+        PromptArea {
+            Layout.fillWidth: true
+            view: view
+            paneHeight: pane.height
+            onAnswered: {
+                if (pane.active)
+                    composer.focusEditor()
+            }
+        }
+        PendingBar {
+            Layout.fillWidth: true
+            pending: view.pending
+        }
+        NoticeFooter {
+            Layout.fillWidth: true
+            notices: view.notices
+            onOpenAuditLog: pane.openAuditLog()
+        }
+        BackgroundBar {
+            Layout.fillWidth: true
+            status: view.status
+        }
+        RunningBar {
+            Layout.fillWidth: true
+            status: view.status
+        }
+        Composer {
+            id: composer
+            Layout.fillWidth: true
+            model: view.composer
+            status: view.status
+            dropTargeted: drop.containsDrag
+            onSent: timeline.scrollToEnd()
+        }
+    }
+}

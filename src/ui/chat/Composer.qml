@@ -1,0 +1,78 @@
+import QtQuick
+import Vesk.Controls
+import Vesk.Chat
+
+// Where a message is written, with what goes along with it and what governs the next turn.
+Rectangle {
+    id: composer
+
+    required property ComposerModel model
+    required property RunStatus status
+    property bool dropTargeted: false
+
+    signal sent()
+
+    implicitHeight: column.height
+    color: Theme.panel
+
+    function focusEditor(): void {
+        editor.focusText()
+    }
+    function send(): void {
+        if (model.send())
+            sent()
+    }
+
+    Hairline {
+        width: parent.width
+    }
+    Column {
+        id: column
+        x: 12
+        width: parent.width - 24
+        topPadding: 10
+        bottomPadding: 8
+        spacing: 6
+
+        AttachmentChips {
+            width: parent.width
+            visible: count > 0
+            attachments: composer.model.attachments
+        }
+        Row {
+            visible: composer.model.attachments.refusal.length > 0
+            spacing: 6
+
+            Icon {
+                anchors.verticalCenter: parent.verticalCenter
+                name: "warning"
+                size: 14
+                color: Theme.danger
+            }
+            Label {
+                width: Math.min(implicitWidth, column.width - 24)
+                text: composer.model.attachments.refusal
+                font: Theme.secondary
+                color: Theme.danger
+                Accessible.role: Accessible.AlertMessage
+                Accessible.name: text
+            }
+        }
+        ComposerEditor {
+            id: editor
+            width: parent.width
+            model: composer.model
+            lit: composer.dropTargeted
+            nextItem: tools.firstItem
+            onSendRequested: composer.send()
+            onInterruptRequested: composer.status.softInterrupt()
+        }
+        ComposerTools {
+            id: tools
+            width: parent.width
+            model: composer.model
+            onSendRequested: composer.send()
+            onStopRequested: composer.status.stop()
+        }
+    }
+}

@@ -1,0 +1,101 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vesk.Controls
+import Vesk.Chat
+
+// The text of the next message: two to ten lines, then it scrolls.
+Rectangle {
+    id: box
+
+    required property ComposerModel model
+    required property Item nextItem
+    property bool lit: false
+    readonly property real line: Math.max(metrics.lineSpacing, edit.contentHeight / Math.max(1, edit.lineCount))
+
+    signal sendRequested()
+    signal interruptRequested()
+
+    implicitHeight: Math.ceil(Math.max(2, Math.min(edit.lineCount, 10)) * line) + 18
+    radius: Theme.radius
+    color: lit ? Theme.accentSoft : Theme.canvas
+    border.width: edit.activeFocus || lit ? 2 : 1
+    border.color: edit.activeFocus || lit ? Theme.accent : Theme.lineCtl
+
+    function focusText(): void {
+        edit.forceActiveFocus()
+    }
+
+    FontMetrics {
+        id: metrics
+        font: edit.font
+    }
+    ComposerKeys {
+        editor: edit
+        onSendRequested: box.sendRequested()
+        onInterruptRequested: box.interruptRequested()
+    }
+    Connections {
+        target: box.model
+        function onDraftChanged(): void {
+            if (edit.text !== box.model.draft) {
+                edit.text = box.model.draft
+                edit.cursorPosition = edit.length
+            }
+        }
+    }
+    Flickable {
+        id: flick
+        anchors.fill: parent
+        anchors.margins: 9
+        anchors.leftMargin: 12
+        anchors.rightMargin: 6
+        contentHeight: edit.implicitHeight
+        boundsBehavior: Flickable.StopAtBounds
+        interactive: contentHeight > height
+        clip: true
+        T.ScrollBar.vertical: ScrollBar {}
+
+        TextEdit {
+            id: edit
+            objectName: "composerText"
+            width: flick.width - 8
+            height: Math.max(implicitHeight, flick.height)
+            text: box.model.draft
+            textFormat: TextEdit.PlainText
+            wrapMode: TextEdit.Wrap
+            selectByMouse: true
+            focus: true
+            activeFocusOnTab: true
+            font: Theme.reading
+            color: Theme.text
+            selectionColor: Theme.selected
+            selectedTextColor: Theme.text
+            KeyNavigation.priority: KeyNavigation.BeforeItem
+            KeyNavigation.tab: box.nextItem
+            Accessible.role: Accessible.EditableText
+            Accessible.name: "메시지"
+            Accessible.description: placeholder.text
+            Accessible.multiLine: true
+
+            onTextChanged: box.model.draft = text
+            onCursorRectangleChanged: {
+                if (cursorRectangle.y < flick.contentY)
+                    flick.contentY = cursorRectangle.y
+                else if (cursorRectangle.y + cursorRectangle.height > flick.contentY + flick.height)
+                    flick.contentY = cursorRectangle.y + cursorRectangle.height - flick.height
+            }
+        }
+        Label {
+            id: placeholder
+            width: edit.width
+            visible: edit.length === 0 && edit.preeditText.length === 0
+            text: "Message the agent, tag @files, or use /commands and /skills"
+            font: Theme.reading
+            color: Theme.text3
+            Accessible.ignored: true
+        }
+    }
+    HoverHandler {
+        cursorShape: Qt.IBeamCursor
+    }
+}

@@ -1,0 +1,86 @@
+// What the composer shows beside its text.
+#pragma once
+
+#include "ui/chat/AttachmentList.h"
+#include "ui/chat/PickerModel.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QtQml/qqmlregistration.h>
+
+#include <optional>
+
+namespace Vesk
+{
+
+class ProjectChat;
+struct ContextLive;
+
+/** A context gauge in words: the percentage and the two sizes; while the window is unknown there is no
+   percentage, and "?" stands for its size. */
+struct ContextGauge {
+    double percent = 0; ///< 0 while the window is unknown
+    QString percentText;
+    QString sizeText;
+    bool operator==(const ContextGauge &) const = default;
+};
+
+[[nodiscard]] std::optional<ContextGauge> contextGauge(const std::optional<ContextLive> &live);
+
+/** The pickers, the attachments, the context gauge and the two buttons. The draft itself is the session's. */
+class ComposerModel : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("belongs to a session's surface")
+    Q_PROPERTY(Vesk::PickerModel *models READ models CONSTANT)
+    Q_PROPERTY(Vesk::PickerModel *efforts READ efforts CONSTANT)
+    Q_PROPERTY(Vesk::PickerModel *modes READ modes CONSTANT)
+    Q_PROPERTY(Vesk::AttachmentList *attachments READ attachments CONSTANT)
+    Q_PROPERTY(QString draft READ draft WRITE setDraft NOTIFY draftChanged)
+    Q_PROPERTY(bool canSend READ canSend NOTIFY canSendChanged)
+    Q_PROPERTY(bool canStop READ canStop NOTIFY canStopChanged)
+    Q_PROPERTY(bool hasContext READ hasContext NOTIFY contextChanged)
+    Q_PROPERTY(double contextPercent READ contextPercent NOTIFY contextChanged)
+    Q_PROPERTY(QString contextPercentText READ contextPercentText NOTIFY contextChanged)
+    Q_PROPERTY(QString contextSizeText READ contextSizeText NOTIFY contextChanged)
+
+public:
+    explicit ComposerModel(QObject *parent = nullptr);
+
+    void setChat(ProjectChat *chat);
+
+    [[nodiscard]] PickerModel *models() { return &m_models; }
+    [[nodiscard]] PickerModel *efforts() { return &m_efforts; }
+    [[nodiscard]] PickerModel *modes() { return &m_modes; }
+    [[nodiscard]] AttachmentList *attachments() { return &m_attachments; }
+    [[nodiscard]] QString draft() const;
+    void setDraft(const QString &draft);
+    [[nodiscard]] bool canSend() const;
+    [[nodiscard]] bool canStop() const;
+    [[nodiscard]] bool hasContext() const { return m_gauge.has_value(); }
+    [[nodiscard]] double contextPercent() const { return m_gauge ? m_gauge->percent : 0; }
+    [[nodiscard]] QString contextPercentText() const { return m_gauge ? m_gauge->percentText : QString(); }
+    [[nodiscard]] QString contextSizeText() const { return m_gauge ? m_gauge->sizeText : QString(); }
+
+    /** Sends the draft and its attachments, or queues them while a turn runs. False when there is nothing. */
+    Q_INVOKABLE bool send();
+
+Q_SIGNALS:
+    void draftChanged();
+    void canSendChanged();
+    void canStopChanged();
+    void contextChanged();
+
+private:
+    void updateGauge();
+
+    QPointer<ProjectChat> m_chat;
+    PickerModel m_models;
+    PickerModel m_efforts;
+    PickerModel m_modes;
+    AttachmentList m_attachments;
+    std::optional<ContextGauge> m_gauge;
+};
+
+} // namespace Vesk

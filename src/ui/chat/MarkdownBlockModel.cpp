@@ -1,0 +1,218 @@
+#include "ui/chat/MarkdownBlockModel.h"
+
+#include "markdown/MarkdownReader.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include <algorithm>
+
+namespace Vesk
+{
+
+namespace
+{
+
+QString kindWord(MarkdownBlock::Kind kind)
+{
+    switch (kind) {
+    case MarkdownBlock::Kind::Paragraph:
+        return QStringLiteral("paragraph");
+    case MarkdownBlock::Kind::Heading:
+        return QStringLiteral("heading");
+    case MarkdownBlock::Kind::ListItem:
+        return QStringLiteral("item");
+    case MarkdownBlock::Kind::Code:
+        return QStringLiteral("code");
+    case MarkdownBlock::Kind::Table:
+        return QStringLiteral("table");
+    case MarkdownBlock::Kind::Rule:
+        return QStringLiteral("rule");
+    }
+    return {};
+}
+
+QString markerText(const MarkdownBlock &block)
+{
+    switch (block.marker) {
+    case MarkdownBlock::Marker::None:
+    case MarkdownBlock::Marker::TaskOpen:
+    case MarkdownBlock::Marker::TaskDone:
+        return {};
+    case MarkdownBlock::Marker::Bullet:
+        return QStringLiteral("•");
+    case MarkdownBlock::Marker::Number:
+        return QStringLiteral("%1.").arg(block.number);
+    }
+    return {};
+}
+
+QString taskWord(const MarkdownBlock &block)
+{
+    if (block.marker == MarkdownBlock::Marker::TaskOpen) {
+        return QStringLiteral("open");
+    }
+    return block.marker == MarkdownBlock::Marker::TaskDone ? QStringLiteral("done") : QString();
+}
+
+QString droppedCells(const MarkdownBlock &block)
+{
+    QStringList parts;
+    if (block.droppedRows > 0) {
+        parts << QStringLiteral("%1행").arg(block.droppedRows);
+    }
+    if (block.droppedColumns > 0) {
+        parts << QStringLiteral("%1열").arg(block.droppedColumns);
+    }
+    return parts.isEmpty() ? QString() : parts.join(QStringLiteral(" · ")) + QStringLiteral(" 생략");
+}
+
+QString droppedWords(const MarkdownBlocks &read)
+{
+    QStringList parts;
+    if (read.droppedCharacters > 0) {
+        parts << QStringLiteral("%1자").arg(read.droppedCharacters);
+    }
+    if (read.droppedBlocks > 0) {
+        parts << QStringLiteral("문단 %1개").arg(read.droppedBlocks);
+    }
+    return parts.isEmpty()
+        ? QString()
+        : QStringLiteral("이후 ") + parts.join(QStringLiteral(" · ")) + QStringLiteral(" 생략");
+}
+
+} // namespace
+
+MarkdownBlockModel::MarkdownBlockModel(QObject *parent)
+    : QAbstractListModel(parent)
+{
+    m_timer.setSingleShot(true);
+    connect(&m_timer, &QTimer::timeout, this, &MarkdownBlockModel::read);
+}
+
+void MarkdownBlockModel::setText(const QString &text, bool growing)
+{
+    if (m_text == text && !m_timer.isActive()) {
+        return;
+    }
+    m_text = text;
+    const auto rest = m_sinceRead.isValid() ? parseIntervalMs - m_sinceRead.elapsed() : 0;
+    if (!growing || rest <= 0) {
+        read();
+    } else if (!m_timer.isActive()) {
+        m_timer.start(static_cast<int>(rest));
+    }
+}
+
+void MarkdownBlockModel::copyBlock(int index) const
+{
+    if (index >= 0 && index < m_blocks.size()) {
+        QGuiApplication::clipboard()->setText(m_blocks.at(index).text);
+    }
+}
+
+int MarkdownBlockModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_blocks.size());
+}
+
+QVariant MarkdownBlockModel::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+        return {};
+    }
+    const auto &block = m_blocks.at(index.row());
+    switch (role) {
+    case KindRole:
+        return kindWord(block.kind);
+    case HtmlRole:
+        return block.html;
+    case Qt::DisplayRole:
+    case TextRole:
+        return block.text;
+    case LanguageRole:
+        return block.language;
+    case MarkerRole:
+        return markerText(block);
+    case TaskRole:
+        return taskWord(block);
+    case LevelRole:
+        return block.headingLevel;
+    case QuoteDepthRole:
+        return block.quoteDepth;
+    case ListDepthRole:
+        return block.listDepth;
+    case TightRole:
+        return block.tight;
+    case ColumnsRole:
+        return block.columnCount();
+    case AlignmentsRole:
+        return QVariant::fromValue(block.alignments);
+    case CellsRole:
+        return block.cells;
+    case DroppedCellsRole:
+        return droppedCells(block);
+    case IsLastRole:
+        return index.row() == m_blocks.size() - 1;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> MarkdownBlockModel::roleNames() const
+{
+    return {{KindRole, "kind"},           {HtmlRole, "html"},
+            {TextRole, "text"},           {LanguageRole, "language"},
+            {MarkerRole, "marker"},       {TaskRole, "task"},
+            {LevelRole, "level"},         {QuoteDepthRole, "quoteDepth"},
+            {ListDepthRole, "listDepth"}, {TightRole, "tight"},
+            {ColumnsRole, "columns"},     {AlignmentsRole, "alignments"},
+            {CellsRole, "cells"},         {DroppedCellsRole, "droppedCells"},
+            {IsLastRole, "isLast"}};
+}
+
+void MarkdownBlockModel::read()
+{
+    m_timer.stop();
+    const auto fresh = MarkdownReader::parse(m_text);
+    m_sinceRead.start();
+    show(fresh.blocks);
+    if (const auto words = droppedWords(fresh); words != m_droppedText) {
+        m_droppedText = words;
+        Q_EMIT droppedTextChanged();
+    }
+}
+
+void MarkdownBlockModel::show(const QList<MarkdownBlock> &blocks)
+{
+    const auto before = m_blocks.size();
+    const auto kept = std::min(before, blocks.size());
+    if (before > kept) {
+        beginRemoveRows({}, static_cast<int>(kept), static_cast<int>(before) - 1);
+        m_blocks.resize(kept);
+        endRemoveRows();
+    }
+    for (auto i = firstDifference(m_blocks, blocks); i < kept; ++i) {
+        if (m_blocks.at(i) != blocks.at(i)) {
+            m_blocks[i] = blocks.at(i);
+            const auto changed = index(static_cast<int>(i));
+            Q_EMIT dataChanged(changed, changed);
+        }
+    }
+    if (blocks.size() > kept) {
+        beginInsertRows({}, static_cast<int>(kept), static_cast<int>(blocks.size()) - 1);
+        m_blocks.append(blocks.mid(kept));
+        endInsertRows();
+    }
+    // Where the text ends has moved: the row that was last no longer is, or another one has become it.
+    if (before != blocks.size()) {
+        for (const auto row : {before - 1, blocks.size() - 1}) {
+            if (row >= 0 && row < m_blocks.size()) {
+                const auto changed = index(static_cast<int>(row));
+                Q_EMIT dataChanged(changed, changed, {IsLastRole});
+            }
+        }
+    }
+}
+
+} // namespace Vesk

@@ -1,0 +1,29 @@
+// Inline Markdown as the text items of the timeline take it.
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+namespace Vesk
+{
+
+/** Puts colours and fonts into the HTML of a block. They are arguments, so a binding follows the theme. */
+class MarkdownFormat : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+public:
+    using QObject::QObject;
+
+    /** One paragraph with lines at least `lineHeight` high. */
+    Q_INVOKABLE static QString paragraph(const QString &html, const QColor &link, const QColor &codeGround,
+                                         const QFont &code, qreal lineHeight);
+    /** Code as it was written, with lines at least `lineHeight` high. */
+    Q_INVOKABLE static QString codeLines(const QString &text, qreal lineHeight);
+};
+
+} // namespace Vesk

@@ -1,0 +1,66 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Vesk.Controls
+import Vesk.Chat
+
+// Messages that wait for the end of the turn; it opens to their texts.
+Bar {
+    id: bar
+
+    required property PendingSends pending
+    property bool isOpen: false
+
+    visible: pending.count > 0
+    implicitHeight: Theme.px(32) + (isOpen ? list.height : 0)
+    onVisibleChanged: isOpen = false
+    clip: true
+
+    PendingHead {
+        id: head
+        width: parent.width
+        pending: bar.pending
+        isOpen: bar.isOpen
+        onClicked: bar.isOpen = !bar.isOpen
+    }
+    Column {
+        id: list
+        anchors.top: head.bottom
+        width: parent.width
+        bottomPadding: 6
+        visible: bar.isOpen
+
+        Repeater {
+            model: bar.isOpen ? bar.pending : null
+
+            Item {
+                id: entry
+
+                required property int index
+                required property string text
+
+                width: list.width
+                height: Theme.px(26)
+
+                Label {
+                    x: 40
+                    width: parent.width - x - 48
+                    height: parent.height
+                    text: entry.text
+                    font: Theme.secondary
+                    color: Theme.text2
+                }
+                IconButton {
+                    anchors.right: parent.right
+                    anchors.rightMargin: 12
+                    anchors.verticalCenter: parent.verticalCenter
+                    side: 24
+                    iconSize: 14
+                    iconName: "edit"
+                    text: "컴포저로 되돌리기"
+                    onClicked: bar.pending.takeBack(entry.index)
+                }
+            }
+        }
+    }
+}

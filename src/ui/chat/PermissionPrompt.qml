@@ -1,0 +1,91 @@
+import QtQuick
+import Vesk.Controls
+import Vesk.Chat
+
+// A tool that waits for permission: what it would do, what "always" would write, and the three answers.
+PromptFrame {
+    id: prompt
+
+    required property PermissionCard card
+    required property real detailRoom
+
+    signal answered()
+
+    title: card.title
+    remoteText: card.remoteText
+    since: card.since
+    markKind: SessionMarks.WaitApproval
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: card.accessibleTitle
+
+    Column {
+        width: parent.width
+        leftPadding: 12
+        rightPadding: 12
+        topPadding: 10
+        bottomPadding: 12
+        spacing: 6
+
+        Label {
+            text: "실행 요청 상세"
+            font: Theme.meta
+            color: Theme.text3
+        }
+        PermissionDetails {
+            width: parent.width - 24
+            card: prompt.card
+            room: prompt.detailRoom
+        }
+        PermissionRules {
+            width: parent.width - 24
+            visible: prompt.card.canAlways
+            card: prompt.card
+        }
+        Item {
+            width: parent.width - 24
+            height: answers.height + 8
+
+            VButton {
+                anchors.bottom: parent.bottom
+                kind: VButton.Destructive
+                text: "거부"
+                keys: "Alt 3"
+                tip: "이번 요청을 거부합니다"
+                enterClicks: false
+                onClicked: {
+                    prompt.card.deny()
+                    prompt.answered()
+                }
+            }
+            Row {
+                id: answers
+                anchors.right: parent.right
+                anchors.bottom: parent.bottom
+                spacing: 8
+
+                VButton {
+                    visible: prompt.card.canAlways
+                    text: "항상 허용"
+                    keys: "Alt 2"
+                    tip: "이 명령을 프로젝트 설정(.claude/settings.local.json)에 허용으로 저장 — 다음부터 안 묻습니다"
+                    enterClicks: false
+                    onClicked: {
+                        prompt.card.allowAlways()
+                        prompt.answered()
+                    }
+                }
+                VButton {
+                    kind: VButton.Primary
+                    text: "한 번 허용"
+                    keys: "Alt 1"
+                    tip: "이번 한 번 허용합니다"
+                    enterClicks: false
+                    onClicked: {
+                        prompt.card.allowOnce()
+                        prompt.answered()
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,10 @@
+import QtQuick
+import Vesk.Controls
+import Vesk.Shell
+
+// The word above a field of a form.
+Label {
+    topPadding: 8
+    font: Theme.secondary
+    color: Theme.text2
+}

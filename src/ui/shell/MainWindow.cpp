@@ -1,0 +1,117 @@
+#include "ui/shell/MainWindow.h"
+
+#include "app/Runtime.h"
+#include "ui/controls/InstallUi.h"
+#include "ui/shell/AddProject.h"
+#include "ui/shell/AuditView.h"
+#include "ui/shell/Projects.h"
+#include "ui/shell/ViewSettings.h"
+#include "ui/shell/Workspace.h"
+
+#include <QCoreApplication>
+#include <QLoggingCategory>
+#include <QPointer>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickWindow>
+
+namespace Vesk
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+Q_LOGGING_CATEGORY(lcUi, "vesk.ui")
+
+constexpr int geometrySettlesMs = 500;
+
+/** What the QML of the window stands on. */
+struct WindowObjects : QObject {
+    explicit WindowObjects(Runtime &runtime)
+        : workspace(runtime)
+        , projects(runtime)
+        , addProject(projects)
+        , view(runtime.preferences(), runtime.keepAwake())
+        , audit(runtime)
+    {
+        geometrySettled.setSingleShot(true);
+        geometrySettled.setInterval(geometrySettlesMs);
+    }
+
+    [[nodiscard]] QVariantMap properties()
+    {
+        return {{u"workspace"_s, QVariant::fromValue(&workspace)},
+                {u"projects"_s, QVariant::fromValue(&projects)},
+                {u"addProject"_s, QVariant::fromValue(&addProject)},
+                {u"view"_s, QVariant::fromValue(&view)},
+                {u"audit"_s, QVariant::fromValue(&audit)}};
+    }
+
+    void follow(QQuickWindow &window)
+    {
+        connect(&window, &QWindow::activeChanged, this,
+                [this, &window] { workspace.setWindowActive(window.isActive()); });
+        connect(&window, &QWindow::visibleChanged, this,
+                [this](bool visible) { workspace.roster().setVisible(visible); });
+        connect(&geometrySettled, &QTimer::timeout, this, [this, &window] {
+            if (window.isVisible() && window.visibility() == QWindow::Windowed) {
+                view.keepWindowGeometry(window.x(), window.y(), window.width(), window.height());
+            }
+        });
+        const auto moved = [this] { geometrySettled.start(); };
+        connect(&window, &QWindow::xChanged, this, moved);
+        connect(&window, &QWindow::yChanged, this, moved);
+        connect(&window, &QWindow::widthChanged, this, moved);
+        connect(&window, &QWindow::heightChanged, this, moved);
+    }
+
+    Workspace workspace;
+    Projects projects;
+    AddProject addProject;
+    ViewSettings view;
+    AuditView audit;
+    QTimer geometrySettled;
+};
+
+} // namespace
+
+std::unique_ptr<QQuickWindow> createMainWindow(QQmlEngine &engine, Runtime &runtime)
+{
+    installUi(engine);
+    auto objects = std::make_unique<WindowObjects>(runtime);
+    QQmlComponent component(&engine, QUrl(u"qrc:/qt/qml/Vesk/Shell/MainWindow.qml"_s));
+    // Qt 6.4 crashes when it is given properties for a component that could not be compiled.
+    std::unique_ptr<QObject> object(
+        component.isReady() ? component.createWithInitialProperties(objects->properties()) : nullptr);
+    std::unique_ptr<QQuickWindow> window(qobject_cast<QQuickWindow *>(object.get()));
+    if (!window) {
+        for (const QQmlError &error : component.errors()) {
+            qCCritical(lcUi).noquote() << error.toString();
+        }
+        return nullptr;
+    }
+    static_cast<void>(object.release());
+    window->setGeometry(objects->view.windowGeometry());
+    objects->follow(*window);
+    QObject::connect(&engine, &QQmlEngine::quit, window.get(), &QCoreApplication::quit, Qt::QueuedConnection);
+    // Its last child: what the QML made goes first.
+    objects.release()->setParent(window.get());
+
+    runtime.openMainWindow = [shown = QPointer<QQuickWindow>(window.get())] {
+        if (shown) {
+            if (shown->visibility() == QWindow::Minimized) {
+                shown->showNormal();
+            } else {
+                shown->show();
+            }
+            shown->raise();
+            shown->requestActivate();
+        }
+    };
+    runtime.openMainWindow();
+    return window;
+}
+
+} // namespace Vesk

@@ -1,0 +1,29 @@
+import QtQuick
+import Vesk.Controls
+import Vesk.Shell
+
+// Holds the one sheet that is open. A sheet's file is not even read before it is needed.
+Item {
+    id: host
+
+    readonly property bool shown: loader.item !== null
+
+    signal closedByUser()
+
+    function open(name: string, properties: var): void {
+        if (!shown)
+            loader.setSource(name + ".qml", properties)
+    }
+
+    Loader {
+        id: loader
+        onLoaded: (item as Dialog).open()
+    }
+    Connections {
+        target: loader.item as Dialog
+        function onClosed(): void {
+            loader.source = ""
+            host.closedByUser()
+        }
+    }
+}

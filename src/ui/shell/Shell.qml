@@ -1,0 +1,129 @@
+import QtQuick
+import Vesk.Controls
+import Vesk.Shell
+
+// The regions of the main window, and what lies over them: sheets, dropped folders, keys.
+FocusScope {
+    id: shell
+
+    required property Workspace workspace
+    required property Projects projects
+    required property AddProject addProject
+    required property ViewSettings view
+    required property AuditView audit
+
+    property bool sidebarShown: true
+
+    function askBeforeClosing(work: list<string>): void {
+        sheets.open("CloseWindowSheet", { work: work, host: Window.window })
+    }
+    function addFolder(folder: string): void {
+        addProject.begin(folder)
+        sheets.open("AddProjectSheet", { form: addProject, projects: projects })
+    }
+    function openAuditLog(): void {
+        audit.refresh()
+        sheets.open("AuditLogSheet", { audit: audit })
+    }
+
+    // F6 goes through these.
+    function moveRegion(step: int): void {
+        const regions = sidebarShown ? [sidebar, pane.tabStrip, pane.body] : [pane.tabStrip, pane.body]
+        let here = 0
+        while (here < regions.length - 1 && !regions[here].activeFocus)
+            ++here
+        const next = regions[(here + step + regions.length) % regions.length]
+        if (next === pane.body)
+            pane.focusBody()
+        else
+            next.forceActiveFocus(Qt.TabFocusReason)
+    }
+
+    focus: true
+    Keys.onEscapePressed: pane.softInterrupt()
+    Component.onCompleted: focusLater.restart()
+
+    Connections {
+        target: shell.workspace
+        function onAddProjectRequested(): void { shell.addFolder("") }
+        function onCloseConfirmationNeeded(key: string, title: string, what: string): void {
+            sheets.open("CloseSessionSheet", { workspace: shell.workspace, key: key, sessionTitle: title, what: what })
+        }
+        function onCurrentChanged(): void { focusLater.restart() }
+    }
+
+    // The pane has to follow the selection first.
+    Timer {
+        id: focusLater
+        interval: 0
+        onTriggered: pane.focusBody()
+    }
+
+    AuditBanner {
+        id: auditBanner
+        width: parent.width
+        visible: shell.audit.failing
+        height: visible ? implicitHeight : 0
+        audit: shell.audit
+    }
+
+    Sidebar {
+        id: sidebar
+        anchors.top: auditBanner.bottom
+        anchors.bottom: parent.bottom
+        width: shell.view.sidebarWidth
+        visible: shell.sidebarShown
+        workspace: shell.workspace
+        projects: shell.projects
+        view: shell.view
+        onAddFolderRequested: shell.addFolder("")
+        onRemoveProjectRequested: alias => sheets.open("RemoveProjectSheet", { projects: shell.projects, alias: alias })
+        onRenameRequested: (key, title) => sheets.open("RenameSheet", { workspace: shell.workspace, key: key, oldTitle: title })
+    }
+
+    Splitter {
+        id: splitter
+        anchors.top: auditBanner.bottom
+        anchors.bottom: parent.bottom
+        anchors.left: sidebar.right
+        visible: shell.sidebarShown
+        value: shell.view.sidebarWidth
+        from: 200
+        to: 400
+        label: "사이드바 너비"
+        onMoved: value => shell.view.sidebarWidth = value
+    }
+
+    SessionsPane {
+        id: pane
+        anchors.top: auditBanner.bottom
+        anchors.bottom: parent.bottom
+        anchors.left: shell.sidebarShown ? splitter.right : parent.left
+        anchors.right: parent.right
+        workspace: shell.workspace
+        projects: shell.projects
+        onAuditLogRequested: shell.openAuditLog()
+        onRenameRequested: (key, title) => sheets.open("RenameSheet", { workspace: shell.workspace, key: key, oldTitle: title })
+    }
+
+    FolderDrop {
+        anchors.fill: parent
+        enabled: !sheets.shown
+        onFolderDropped: folder => shell.addFolder(folder)
+    }
+
+    SheetHost {
+        id: sheets
+        onClosedByUser: pane.focusBody()
+    }
+
+    Keymap {
+        enabled: !sheets.shown
+        workspace: shell.workspace
+        view: shell.view
+        pane: pane
+        onAddProjectTriggered: shell.addFolder("")
+        onToggleSidebarTriggered: shell.sidebarShown = !shell.sidebarShown
+        onRegionTriggered: step => shell.moveRegion(step)
+    }
+}

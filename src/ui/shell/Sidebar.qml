@@ -1,0 +1,131 @@
+import QtQuick
+import Vesk.Controls
+import Vesk.Shell
+
+// Projects with their sessions, what waits for the person above them, and the view's menu at the foot.
+FocusScope {
+    id: sidebar
+
+    required property Workspace workspace
+    required property Projects projects
+    required property ViewSettings view
+
+    signal addFolderRequested()
+    signal removeProjectRequested(string alias)
+    signal renameRequested(string key, string title)
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.panel
+    }
+
+    Item {
+        id: actions
+        width: parent.width
+        height: Theme.px(48)
+
+        VButton {
+            anchors.left: parent.left
+            anchors.leftMargin: 12
+            anchors.right: newSession.left
+            anchors.rightMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            iconName: "folder-plus"
+            text: "폴더 추가"
+            keys: "Ctrl O"
+            onClicked: sidebar.addFolderRequested()
+        }
+        IconButton {
+            id: newSession
+            anchors.right: parent.right
+            anchors.rightMargin: 10
+            anchors.verticalCenter: parent.verticalCenter
+            iconName: "plus"
+            text: "새 세션"
+            keys: "Ctrl N"
+            onClicked: sidebar.workspace.newSession()
+        }
+    }
+
+    MyTurnBox {
+        id: myTurn
+        anchors.top: actions.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.leftMargin: 8
+        anchors.rightMargin: 8
+        visible: count > 0
+        height: visible ? implicitHeight : 0
+        longest: Math.round(sidebar.height * 0.4)
+        workspace: sidebar.workspace
+    }
+
+    ErrorState {
+        id: loadError
+        anchors.top: myTurn.bottom
+        anchors.topMargin: visible ? 12 : 0
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: parent.width - 24
+        visible: sidebar.projects.loadError.length > 0
+        height: visible ? implicitHeight : 0
+        canRetry: false
+        text: "프로젝트 목록을 읽지 못했습니다\n" + sidebar.projects.loadError + "\n" + sidebar.projects.catalogPath
+        onCopyTriggered: Desktop.copyText(text)
+    }
+
+    SessionList {
+        id: list
+        anchors.top: loadError.bottom
+        anchors.topMargin: 8
+        anchors.bottom: foot.top
+        anchors.left: parent.left
+        anchors.right: parent.right
+        focus: true
+        workspace: sidebar.workspace
+        projects: sidebar.projects
+        onRemoveProjectRequested: alias => sidebar.removeProjectRequested(alias)
+        onRenameRequested: (key, title) => sidebar.renameRequested(key, title)
+    }
+
+    EmptyState {
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: list.y + Math.max(16, (list.height - height) / 3)
+        visible: !sidebar.workspace.hasProjects && !loadError.visible
+        text: "프로젝트 폴더를 추가하면 여기에서 세션을 시작합니다"
+        actionText: "폴더 추가"
+        actionKeys: "Ctrl O"
+        onActionTriggered: sidebar.addFolderRequested()
+    }
+
+    Item {
+        id: foot
+        anchors.bottom: parent.bottom
+        width: parent.width
+        height: Theme.px(44)
+
+        Hairline { width: parent.width }
+
+        VButton {
+            id: viewButton
+            anchors.left: parent.left
+            anchors.leftMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            kind: VButton.Quiet
+            iconName: "settings"
+            text: "보기"
+            tip: "테마, 글자 크기, 절전, 답변 언어"
+            onClicked: viewPopup.setSource("ViewPopup.qml", { view: sidebar.view })
+        }
+        Loader {
+            id: viewPopup
+            x: 8
+        }
+        Connections {
+            target: viewPopup.item as Popup
+            function onClosed(): void {
+                viewPopup.source = ""
+                viewButton.forceActiveFocus()
+            }
+        }
+    }
+}

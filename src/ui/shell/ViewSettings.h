@@ -1,0 +1,64 @@
+// How the window looks and what it remembers of that.
+#pragma once
+
+#include <QObject>
+#include <QRect>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+namespace Vesk
+{
+
+class KeepAwakeController;
+class Preferences;
+
+/** The choices of the "보기" menu and the window's measures, kept in the preferences and handed to Theme. */
+class ViewSettings : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made with the main window")
+    Q_PROPERTY(QString theme READ theme WRITE setTheme NOTIFY changed)
+    Q_PROPERTY(int textSize READ textSize WRITE setTextSize NOTIFY changed)
+    Q_PROPERTY(bool keepAwake READ keepAwake WRITE setKeepAwake NOTIFY changed)
+    Q_PROPERTY(QString answerLanguage READ answerLanguage WRITE setAnswerLanguage NOTIFY changed)
+    Q_PROPERTY(double sidebarWidth READ sidebarWidth WRITE setSidebarWidth NOTIFY changed)
+
+public:
+    ViewSettings(Preferences &preferences, KeepAwakeController &keepAwake, QObject *parent = nullptr);
+
+    /** "system", "light" or "dark". */
+    [[nodiscard]] QString theme() const;
+    void setTheme(const QString &theme);
+    /** Per cent. */
+    [[nodiscard]] int textSize() const;
+    void setTextSize(int percent);
+    Q_INVOKABLE void enlargeText();
+    Q_INVOKABLE void shrinkText();
+    Q_INVOKABLE void resetText();
+    [[nodiscard]] bool keepAwake() const;
+    void setKeepAwake(bool keepAwake);
+    /** As stored: "auto", "korean", "english", "japanese", "chinese". */
+    [[nodiscard]] QString answerLanguage() const;
+    void setAnswerLanguage(const QString &language);
+    [[nodiscard]] double sidebarWidth() const;
+    void setSidebarWidth(double width);
+
+    /** Where the window shall open: as it was, if enough of it is on a screen of today; else centred. */
+    [[nodiscard]] Q_INVOKABLE QRect windowGeometry() const;
+    Q_INVOKABLE void keepWindowGeometry(int x, int y, int width, int height);
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    void applyToTheme();
+
+    Preferences &m_preferences;
+    KeepAwakeController &m_keepAwake;
+};
+
+/** A remembered place, or the default, made to fit: at least the least size, and reachable on a screen. */
+[[nodiscard]] QRect fittingGeometry(const std::optional<QRect> &remembered, const QList<QRect> &screens);
+
+} // namespace Vesk

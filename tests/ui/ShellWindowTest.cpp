@@ -1,0 +1,388 @@
+// The main window itself, driven by keys and the mouse. With VESK_SHOTS in the environment it leaves pictures
+// there.
+#include "sessions/ProjectChat.h"
+#include "support/TestRegistry.h"
+#include "ui/controls/Theme.h"
+#include "ui/shell/MainWindow.h"
+#include "ui/shell/Workspace.h"
+#include "ui/ShellStage.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QtTest>
+
+using namespace Vesk;
+using namespace Qt::StringLiterals;
+using Test::ShellStage;
+
+namespace
+{
+
+QQuickItem *findItem(QQuickItem *root, const std::function<bool(const QQuickItem &)> &wanted)
+{
+    if (wanted(*root)) {
+        return root;
+    }
+    for (QQuickItem *child : root->childItems()) {
+        if (child->isVisible()) {
+            if (QQuickItem *found = findItem(child, wanted)) {
+                return found;
+            }
+        }
+    }
+    return nullptr;
+}
+
+/** A window on a stage; warnings of the QML engine fail the test. */
+class Theatre
+{
+public:
+    explicit Theatre(ShellStage &stage)
+    {
+        QObject::connect(&m_engine, &QQmlEngine::warnings, [this](const QList<QQmlError> &errors) {
+            for (const QQmlError &error : errors) {
+                m_warnings.append(error.toString());
+            }
+        });
+        m_window = createMainWindow(m_engine, stage.runtime());
+        if (m_window) {
+            m_window->resize(1440, 900);
+            m_window->requestActivate();
+            [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(m_window.get());
+        }
+    }
+
+    [[nodiscard]] QQuickWindow *window() const { return m_window.get(); }
+    [[nodiscard]] Workspace &workspace() const
+    {
+        return *m_window->property("workspace").value<Workspace *>();
+    }
+    [[nodiscard]] const QStringList &warnings() const { return m_warnings; }
+
+    /** The visible item with this text, a button's or a label's. */
+    [[nodiscard]] QQuickItem *withText(const QString &text) const
+    {
+        return findItem(m_window->contentItem(),
+                        [&text](const QQuickItem &item) { return item.property("text").toString() == text; });
+    }
+    [[nodiscard]] bool shows(const QString &text) const { return withText(text) != nullptr; }
+
+    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
+    {
+        QTest::keyClick(m_window.get(), static_cast<Qt::Key>(key), modifiers);
+        QCoreApplication::processEvents();
+    }
+    void type(const QString &ascii) const
+    {
+        for (const char letter : ascii.toLatin1()) {
+            QTest::keyClick(m_window.get(), letter);
+        }
+    }
+    void click(const QString &text, Qt::MouseButton button = Qt::LeftButton) const
+    {
+        const QQuickItem *item = withText(text);
+        QVERIFY2(item, qPrintable(u"nothing shows "_s + text));
+        const QPointF centre = item->mapToScene({item->width() / 2, item->height() / 2});
+        QTest::mouseClick(m_window.get(), button, {}, centre.toPoint());
+        QCoreApplication::processEvents();
+    }
+    void picture(const QString &name) const
+    {
+        const QString folder = qEnvironmentVariable("VESK_SHOTS");
+        if (!folder.isEmpty()) {
+            QTest::qWait(200);
+            QDir().mkpath(folder);
+            m_window->grabWindow().save(folder + u'/' + name + u".png"_s);
+        }
+    }
+
+private:
+    QQmlEngine m_engine;
+    std::unique_ptr<QQuickWindow> m_window;
+    QStringList m_warnings;
+};
+
+void fill(ShellStage &stage)
+{
+    stage.runtime().start();
+    stage.addProject(u"billing"_s, 0);
+    stage.addProject(u"storefront"_s, 4);
+    stage.addProject(u"handbook"_s, 5);
+    ProjectChat &first = stage.addSession(u"billing"_s, u"결제 취소 웹훅 재시도"_s);
+    ProjectChat &second = stage.addSession(u"billing"_s, u"환불 중복 테스트 보강"_s);
+    stage.addSession(u"billing"_s, u"Session 4"_s);
+    ProjectChat &deploy = stage.addSession(u"storefront"_s, u"배포 스크립트 정리"_s);
+    ProjectChat &cart = stage.addSession(u"storefront"_s, u"장바구니 접근성 점검"_s);
+    ProjectChat &notice = stage.addSession(u"handbook"_s, u"알림 문구 다듬기"_s);
+    stage.addSession(u"handbook"_s, u"배포 안내서 목차"_s);
+    ShellStage::run(
+        first, u"결제 취소 웹훅이 두 번 오면 환불이 두 번 기록돼. 원인을 찾아 고치고 테스트도 붙여줘."_s);
+    ShellStage::run(second, u"환불 테스트를 늘려줘"_s);
+    ShellStage::finish(second, u"테스트 세 개를 더했습니다."_s);
+    ShellStage::run(deploy, u"스테이징 배포 스크립트에서 안 쓰는 단계를 걷어내고 한 번 돌려봐."_s);
+    ShellStage::askPermission(deploy, u"Bash"_s, u"./scripts/deploy.sh --env staging --skip-tests"_s);
+    ShellStage::run(cart, u"접근성을 봐줘"_s);
+    ShellStage::failRun(cart, u"API Error: 529 Overloaded"_s);
+    ShellStage::run(notice, u"문구를 다듬어줘"_s);
+    ShellStage::askQuestions(notice, 2);
+}
+
+} // namespace
+
+class ShellWindowTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { Theme::shared().setMode(u"system"_s); }
+
+    void pictures_data()
+    {
+        QTest::addColumn<QString>("theme");
+        QTest::newRow("dark") << u"dark"_s;
+        QTest::newRow("light") << u"light"_s;
+    }
+
+    void pictures()
+    {
+        QFETCH(QString, theme);
+        ShellStage stage;
+        stage.preferences().setTheme(theme == u"dark" ? ThemeChoice::Dark : ThemeChoice::Light);
+        Theatre theatre(stage);
+        QVERIFY(theatre.window());
+        fill(stage);
+        theatre.picture(theme + u"-main"_s);
+        theatre.click(u"보기"_s);
+        theatre.picture(theme + u"-view"_s);
+        theatre.press(Qt::Key_Escape);
+        QTRY_VERIFY(!theatre.shows(u"글자 크기"_s));
+        theatre.press(Qt::Key_4, Qt::ControlModifier);
+        theatre.picture(theme + u"-approval"_s);
+        theatre.press(Qt::Key_W, Qt::ControlModifier);
+        theatre.picture(theme + u"-close-session"_s);
+        theatre.press(Qt::Key_Escape);
+        QTRY_VERIFY(!theatre.shows(u"일하는 중인 세션을 닫을까요?"_s));
+        theatre.press(Qt::Key_O, Qt::ControlModifier);
+        theatre.type(u"/nowhere/billing"_s);
+        theatre.picture(theme + u"-add-project"_s);
+        theatre.press(Qt::Key_Escape);
+        QTRY_VERIFY(!theatre.shows(u"프로젝트 폴더 추가"_s));
+        theatre.window()->close();
+        theatre.picture(theme + u"-close-window"_s);
+        theatre.press(Qt::Key_Escape);
+        QTRY_VERIFY(!theatre.shows(u"창만 닫기"_s));
+        for (int step = 0; step < 6; ++step) {
+            theatre.press(Qt::Key_Plus, Qt::ControlModifier);
+        }
+        theatre.window()->resize(900, 600);
+        theatre.picture(theme + u"-160-small"_s);
+        QCOMPARE(theatre.warnings(), QStringList());
+    }
+
+    void emptyAndBrokenStates()
+    {
+        {
+            ShellStage stage(ShellStage::Agent::Missing);
+            QFile file(stage.path(u"projects.json"_s));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("[{\"alias\": 5}]");
+            file.close();
+            stage.runtime().start();
+            Theatre theatre(stage);
+            QVERIFY(theatre.window());
+            theatre.picture(u"missing-and-broken"_s);
+            theatre.press(Qt::Key_O, Qt::ControlModifier);
+            theatre.picture(u"add-over-broken"_s);
+            QCOMPARE(theatre.warnings(), QStringList());
+        }
+        ShellStage stage;
+        stage.runtime().start();
+        Theatre theatre(stage);
+        QVERIFY(theatre.shows(u"프로젝트 폴더를 추가하면 여기에서 세션을 시작합니다"_s));
+        theatre.picture(u"empty"_s);
+        stage.addProject(u"billing"_s, 0);
+        QVERIFY(!theatre.shows(u"프로젝트 폴더를 추가하면 여기에서 세션을 시작합니다"_s));
+        theatre.picture(u"no-session"_s);
+        QCOMPARE(theatre.warnings(), QStringList());
+    }
+
+    void keysWork()
+    {
+        ShellStage stage;
+        stage.runtime().start();
+        stage.addProject(u"billing"_s, 0);
+        const Theatre theatre(stage);
+        QVERIFY(theatre.window());
+        Workspace &workspace = theatre.workspace();
+        theatre.press(Qt::Key_N, Qt::ControlModifier);
+        theatre.press(Qt::Key_N, Qt::ControlModifier);
+        theatre.press(Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(workspace.tabs()->count(), 3);
+        theatre.press(Qt::Key_1, Qt::ControlModifier);
+        QCOMPARE(workspace.currentIndex(), 0);
+        theatre.press(Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(workspace.currentIndex(), 1);
+        theatre.press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(workspace.currentIndex(), 0);
+        theatre.press(Qt::Key_Plus, Qt::ControlModifier);
+        QCOMPARE(stage.preferences().textSize(), 110);
+        theatre.press(Qt::Key_0, Qt::ControlModifier);
+        QCOMPARE(stage.preferences().textSize(), 100);
+        theatre.press(Qt::Key_W, Qt::ControlModifier);
+        QCOMPARE(workspace.tabs()->count(), 2);
+        QVERIFY(theatre.shows(u"보기"_s));
+        theatre.press(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+        QVERIFY(!theatre.shows(u"보기"_s));
+        theatre.press(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+
+        // Regions: from the composer to the sidebar, where arrows and letters move and Enter opens.
+        theatre.press(Qt::Key_F6);
+        theatre.press(Qt::Key_End);
+        theatre.press(Qt::Key_Return);
+        QCOMPARE(workspace.currentIndex(), 1);
+        QCOMPARE(theatre.warnings(), QStringList());
+    }
+
+    void aSheetKeepsTheKeys()
+    {
+        ShellStage stage;
+        stage.runtime().start();
+        stage.addProject(u"billing"_s, 0);
+        const Theatre theatre(stage);
+        theatre.press(Qt::Key_O, Qt::ControlModifier);
+        QVERIFY(theatre.shows(u"프로젝트 폴더 추가"_s));
+        theatre.press(Qt::Key_N, Qt::ControlModifier);
+        theatre.press(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(theatre.workspace().tabs()->count(), 0);
+        QVERIFY(theatre.shows(u"보기"_s));
+
+        QDir().mkpath(stage.path(u"money"_s));
+        theatre.type(stage.path(u"money"_s));
+        QCOMPARE(stage.runtime().catalogEntries().size(), 1);
+        // The Enter that ends a syllable adds nothing.
+        QInputMethodEvent composing(u"돈"_s, {});
+        QGuiApplication::sendEvent(QGuiApplication::focusObject(), &composing);
+        theatre.press(Qt::Key_Return);
+        QCOMPARE(stage.runtime().catalogEntries().size(), 1);
+        QInputMethodEvent cancelled;
+        QGuiApplication::sendEvent(QGuiApplication::focusObject(), &cancelled);
+        theatre.press(Qt::Key_Return);
+        QCOMPARE(stage.runtime().catalogEntries().size(), 2);
+        QCOMPARE(stage.runtime().catalogEntries().constLast().alias, u"money"_s);
+        QTRY_VERIFY(!theatre.shows(u"프로젝트 폴더 추가"_s));
+
+        theatre.press(Qt::Key_O, Qt::ControlModifier);
+        QVERIFY(theatre.shows(u"프로젝트 폴더 추가"_s));
+        theatre.press(Qt::Key_Escape);
+        QTRY_VERIFY(!theatre.shows(u"프로젝트 폴더 추가"_s));
+        theatre.press(Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(theatre.workspace().tabs()->count(), 1);
+        QCOMPARE(theatre.warnings(), QStringList());
+    }
+
+    void closingWhileSomethingRuns()
+    {
+        ShellStage stage;
+        stage.runtime().start();
+        stage.addProject(u"billing"_s, 0);
+        ProjectChat &chat = stage.addSession(u"billing"_s, u"일"_s);
+        ShellStage::run(chat, u"go"_s);
+        const Theatre theatre(stage);
+        theatre.press(Qt::Key_W, Qt::ControlModifier);
+        QVERIFY(theatre.shows(u"일하는 중인 세션을 닫을까요?"_s));
+        theatre.press(Qt::Key_Escape);
+        QTRY_VERIFY(!theatre.shows(u"일하는 중인 세션을 닫을까요?"_s));
+        QCOMPARE(theatre.workspace().tabs()->count(), 1);
+
+        theatre.window()->close();
+        QVERIFY(theatre.window()->isVisible());
+        QVERIFY(theatre.shows(u"세션 1개가 실행 중입니다"_s));
+        theatre.click(u"창만 닫기"_s);
+        QTRY_VERIFY(!theatre.window()->isVisible());
+        QVERIFY(chat.isRunning());
+        stage.runtime().openMainWindow();
+        QVERIFY(theatre.window()->isVisible());
+        QTRY_VERIFY(!theatre.shows(u"세션 1개가 실행 중입니다"_s));
+        QCOMPARE(theatre.warnings(), QStringList());
+    }
+
+    void menusOfProjectsAndSessions()
+    {
+        ShellStage stage;
+        stage.runtime().start();
+        stage.addProject(u"billing"_s, 0);
+        stage.addProject(u"storefront"_s, 1);
+        stage.addSession(u"storefront"_s, u"장바구니"_s);
+        const Theatre theatre(stage);
+
+        theatre.click(u"더 보기"_s);
+        QTRY_VERIFY(theatre.shows(u"제목 바꾸기…"_s));
+        theatre.picture(u"header-menu"_s);
+        theatre.click(u"제목 바꾸기…"_s);
+        QTRY_VERIFY(theatre.shows(u"바꾸기"_s));
+        theatre.type(u"cart"_s);
+        theatre.picture(u"rename"_s);
+        theatre.press(Qt::Key_Return);
+        QCOMPARE(theatre.workspace().currentChat()->title(), u"cart"_s);
+        QTRY_VERIFY(!theatre.shows(u"바꾸기"_s));
+
+        theatre.click(u"billing"_s, Qt::RightButton);
+        QTRY_VERIFY(theatre.shows(u"목록에서 빼기…"_s));
+        theatre.picture(u"project-menu"_s);
+        theatre.click(u"목록에서 빼기…"_s);
+        QTRY_VERIFY(theatre.shows(u"프로젝트를 목록에서 뺄까요?"_s));
+        theatre.picture(u"remove-project"_s);
+        theatre.click(u"목록에서 빼기"_s);
+        QTRY_COMPARE(stage.runtime().catalogEntries().size(), 1);
+        QTRY_VERIFY(!theatre.shows(u"프로젝트를 목록에서 뺄까요?"_s));
+
+        theatre.click(u"보기"_s);
+        QTRY_VERIFY(theatre.shows(u"글자 크기"_s));
+        theatre.click(u"어둡게"_s);
+        QCOMPARE(stage.preferences().theme(), ThemeChoice::Dark);
+        QVERIFY(Theme::shared().dark());
+        QCOMPARE(theatre.warnings(), QStringList());
+    }
+
+    void theLatestRecordsAreOneStepAway()
+    {
+        ShellStage stage;
+        stage.runtime().start();
+        const Theatre theatre(stage);
+        stage.auditLogger().log(
+            AuditEvent::systemError(u"claude: unknown option '--frobnicate'\nsee --help"_s));
+        QObject *shell = theatre.window()->contentItem()->childItems().constFirst();
+        QVERIFY(QMetaObject::invokeMethod(shell, "openAuditLog"));
+        QTRY_VERIFY(theatre.shows(u"최근 기록"_s));
+        theatre.picture(u"audit-log"_s);
+        QVERIFY(theatre.shows(u"SYS ERR claude: unknown option '--frobnicate'\nsee --help"_s));
+        theatre.press(Qt::Key_Escape);
+        QTRY_VERIFY(!theatre.shows(u"최근 기록"_s));
+        QCOMPARE(theatre.warnings(), QStringList());
+    }
+
+    void theAuditLogsFailureStandsAcrossTheWindow()
+    {
+        ShellStage stage;
+        stage.runtime().start();
+        const Theatre theatre(stage);
+        const QString title = u"감사 기록이 디스크에 안 남고 있습니다"_s;
+        QVERIFY(!theatre.shows(title));
+        QFile::remove(stage.path(u"audit.log"_s));
+        QDir().mkpath(stage.path(u"audit.log"_s)); // a folder in the file's place cannot be written
+        stage.auditLogger().log(AuditEvent::info(u"lost"_s));
+        stage.runtime().auditWatch().refreshAuditWriteFailure();
+        QVERIFY(theatre.shows(title));
+        theatre.picture(u"audit-failure"_s);
+        theatre.click(u"닫기(새로 유실되면 다시 알림)"_s);
+        QVERIFY(!theatre.shows(title));
+        QCOMPARE(theatre.warnings(), QStringList());
+    }
+};
+
+VESK_TEST(ShellWindowTest)
+#include "ShellWindowTest.moc"
