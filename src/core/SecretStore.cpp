@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr qsizetype maxFileBytes = qsizetype {16} * 1024 * 1024;
+constexpr qsizetype maxSecretsBytes = qsizetype {16} * 1024 * 1024;
 
 struct Definition {
     QString key;
@@ -49,7 +49,7 @@ QString withoutQuotes(const QString &value)
 /** The file's lines; absent when it cannot be read as UTF-8. */
 std::optional<QStringList> linesOf(const QString &path)
 {
-    const auto bytes = readFile(path, maxFileBytes);
+    const auto bytes = readFile(path, maxSecretsBytes);
     if (!bytes)
         return std::nullopt;
     QStringDecoder decoder(QStringDecoder::Utf8);

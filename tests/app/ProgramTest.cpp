@@ -53,7 +53,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-constexpr int limitMs = 20000;
+constexpr int limitMs = 60'000;
 
 } // namespace
 

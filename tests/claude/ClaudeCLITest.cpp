@@ -3,7 +3,6 @@
 #include "support/TestRegistry.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -58,7 +57,7 @@ private Q_SLOTS:
         QTest::newRow("missing file") << QByteArray("echo \"$FOUND.gone\"") << false;
         QTest::newRow("nothing") << QByteArray("exit 1") << false;
         QTest::newRow("waits for input") << QByteArray("read line; echo \"$FOUND\"") << true;
-        QTest::newRow("hangs with a child") << QByteArray("sleep 60 & sleep 60") << false;
+        QTest::newRow("hangs with a child") << QByteArray("sleep 3600 & sleep 3600") << false;
     }
 
     void whatALoginShellSays()
@@ -70,22 +69,16 @@ private Q_SLOTS:
         const QString shell = folder.filePath(QStringLiteral("shell"));
         program(claude, "");
         program(shell, "FOUND=" + QFile::encodeName(claude) + "\n" + script);
-        QElapsedTimer timer;
-        timer.start();
         QCOMPARE(ClaudeCLI::probeLoginShell(shell, 2s), found ? claude : QString());
-        QVERIFY(timer.elapsed() < 8000);
     }
 
     void aCancelledProbeEndsAtOnce()
     {
         const QTemporaryDir folder;
         const QString shell = folder.filePath(QStringLiteral("shell"));
-        program(shell, "sleep 60");
+        program(shell, "sleep 3600");
         const std::atomic_bool cancelled = true;
-        QElapsedTimer timer;
-        timer.start();
-        QCOMPARE(ClaudeCLI::probeLoginShell(shell, 60s, &cancelled), QString());
-        QVERIFY(timer.elapsed() < 10'000);
+        QCOMPARE(ClaudeCLI::probeLoginShell(shell, 1h, &cancelled), QString());
         QCOMPARE(ClaudeCLI::probeLoginShell(folder.filePath(QStringLiteral("missing"))), QString());
     }
 

@@ -14,7 +14,7 @@ namespace
 {
 
 /** A store with one session on the scripted agent. */
-struct Desk {
+struct SessionDesk {
     ScriptedAgent agent;
     ExecutableLocator locator {agent.program()};
     AgentSessionStore store {{.locator = &locator}};
@@ -23,7 +23,7 @@ struct Desk {
     int finished = 0;
     bool success = false;
 
-    explicit Desk(const QList<Scenario> &runs)
+    explicit SessionDesk(const QList<Scenario> &runs)
     {
         agent.setRuns(runs);
         store.resolveEnv = [this] {
@@ -94,7 +94,8 @@ class SessionWithAgentTest : public QObject
 private Q_SLOTS:
     void turnsResumeTheConversationInTheOrderOfTheQueue()
     {
-        Desk d({Scenario().turn(u"first"_s), Scenario().turn(u"second"_s), Scenario().turn(u"third"_s)});
+        SessionDesk d(
+            {Scenario().turn(u"first"_s), Scenario().turn(u"second"_s), Scenario().turn(u"third"_s)});
         d.chat->setEffort(AgentEffort::Ultracode);
         d.watchEnd();
         d.chat->send(u"one"_s);
@@ -128,10 +129,10 @@ private Q_SLOTS:
         QFETCH(int, choice);
         QFETCH(QString, answer);
         QFETCH(bool, permanent);
-        Desk d({asking({{u"permission_suggestions"_s,
-                         QJsonArray {QJsonObject {{u"type"_s, u"addRules"_s},
-                                                  {u"behavior"_s, u"allow"_s},
-                                                  {u"destination"_s, u"userSettings"_s}}}}})});
+        SessionDesk d({asking({{u"permission_suggestions"_s,
+                                QJsonArray {QJsonObject {{u"type"_s, u"addRules"_s},
+                                                         {u"behavior"_s, u"allow"_s},
+                                                         {u"destination"_s, u"userSettings"_s}}}}})});
         int waits = 0;
         d.chat->onPermissionWait = [&](const PermissionRequest &) { ++waits; };
         d.chat->send(u"go"_s);
@@ -156,14 +157,14 @@ private Q_SLOTS:
                                                 {u"input"_s, QJsonObject()}}}};
         QJsonObject first = second;
         first.insert(u"request_id"_s, u"r1"_s);
-        Desk d({Scenario()
-                    .user()
-                    .init()
-                    .write(first)
-                    .write(second)
-                    .expect({{u"type"_s, u"control_response"_s}})
-                    .write({{u"type"_s, u"control_cancel_request"_s}, {u"request_id"_s, u"r2"_s}})
-                    .result(u"over"_s)});
+        SessionDesk d({Scenario()
+                           .user()
+                           .init()
+                           .write(first)
+                           .write(second)
+                           .expect({{u"type"_s, u"control_response"_s}})
+                           .write({{u"type"_s, u"control_cancel_request"_s}, {u"request_id"_s, u"r2"_s}})
+                           .result(u"over"_s)});
         d.chat->send(u"go"_s);
         QTRY_COMPARE(d.lastText().isEmpty(), false);
         QTRY_VERIFY(!d.chat->isRunning());
@@ -179,7 +180,7 @@ private Q_SLOTS:
     {
         const QJsonArray questions {QJsonObject {
             {u"question"_s, u"Which?"_s}, {u"options"_s, QJsonArray {QJsonObject {{u"label"_s, u"A"_s}}}}}};
-        Desk d({Scenario().user().init().question(u"q1"_s, questions).result(u"thanks"_s)});
+        SessionDesk d({Scenario().user().init().question(u"q1"_s, questions).result(u"thanks"_s)});
         d.chat->send(u"go"_s);
         QTRY_VERIFY(d.chat->pendingQuestion());
         d.chat->respondToQuestion({{{u"A"_s}, u"and B"_s}});
@@ -190,7 +191,7 @@ private Q_SLOTS:
     void nobodyIsAskedInAnUnattendedRun()
     {
         const QJsonArray questions {QJsonObject {{u"question"_s, u"Which?"_s}}};
-        Desk d({Scenario().user().init().question(u"q1"_s, questions).result(u"alone"_s)});
+        SessionDesk d({Scenario().user().init().question(u"q1"_s, questions).result(u"alone"_s)});
         QString skipped;
         d.chat->onUnattendedQuestionSkip = [&](const QString &text) { skipped = text; };
         d.chat->sendProgrammatic(u"go"_s);
@@ -216,7 +217,7 @@ private Q_SLOTS:
         if (!said.isEmpty())
             run.say(said);
         run.pause(20000);
-        Desk d({run});
+        SessionDesk d({run});
         QVERIFY(!d.chat->softInterrupt());
         d.chat->send(u"go"_s);
         QTRY_VERIFY(d.chat->canInterrupt());
@@ -231,7 +232,7 @@ private Q_SLOTS:
 
     void stopEndsTheChildAndTheNextMessageStartsAnother()
     {
-        Desk d({Scenario().user().init().say(u"half"_s).pause(20000), Scenario().turn(u"again"_s)});
+        SessionDesk d({Scenario().user().init().say(u"half"_s).pause(20000), Scenario().turn(u"again"_s)});
         d.watchEnd();
         d.chat->send(u"go"_s);
         QTRY_COMPARE(d.lastText(), u"half"_s);
@@ -251,7 +252,7 @@ private Q_SLOTS:
         chat.send(u"go"_s);
         QCOMPARE(chat.currentActivity(), u"시작 중…"_s);
         chat.stop();
-        QTRY_VERIFY_WITH_TIMEOUT(searching.isResolved(), 12000);
+        QTRY_VERIFY(searching.isResolved());
         QVERIFY(!chat.isRunning());
         QCOMPARE(chat.messages().rows().size(), 1);
         QVERIFY(chat.lastError().isEmpty());
@@ -296,7 +297,7 @@ private Q_SLOTS:
             run.user().init().say(u"half"_s).dieBySignal(u"KILL"_s);
         else
             run.standardError(u"bad flag"_s).exit(1);
-        Desk d({run});
+        SessionDesk d({run});
         d.chat->send(u"go"_s);
         QTRY_VERIFY(!d.chat->isRunning());
         QCOMPARE(d.lastText(), spoke ? u"half"_s : u"(응답 없음)"_s);
@@ -308,18 +309,18 @@ private Q_SLOTS:
 
     void backgroundWorkKeepsTheChild()
     {
-        Desk d({Scenario()
-                    .user()
-                    .init()
-                    .write(task(u"task_started"_s))
-                    .result(u"started"_s)
-                    .user(u"still there?"_s)
-                    .init()
-                    .result(u"yes"_s)
-                    .write(task(u"task_notification"_s))
-                    .init()
-                    .say(u"it is done"_s)
-                    .result(u"it is done"_s)});
+        SessionDesk d({Scenario()
+                           .user()
+                           .init()
+                           .write(task(u"task_started"_s))
+                           .result(u"started"_s)
+                           .user(u"still there?"_s)
+                           .init()
+                           .result(u"yes"_s)
+                           .write(task(u"task_notification"_s))
+                           .init()
+                           .say(u"it is done"_s)
+                           .result(u"it is done"_s)});
         d.chat->setPermissionMode(AgentPermissionMode::Plan);
         d.chat->send(u"go"_s);
         QTRY_COMPARE(d.lastText(), u"started"_s);
@@ -345,14 +346,14 @@ private Q_SLOTS:
                                     QJsonObject {{u"subtype"_s, u"can_use_tool"_s},
                                                  {u"tool_name"_s, u"Bash"_s},
                                                  {u"input"_s, QJsonObject()}}}};
-        Desk d({Scenario()
-                    .user()
-                    .init()
-                    .write(task(u"task_started"_s))
-                    .write(request)
-                    .result(u"x"_s)
-                    .pause(300)
-                    .exit(1)});
+        SessionDesk d({Scenario()
+                           .user()
+                           .init()
+                           .write(task(u"task_started"_s))
+                           .write(request)
+                           .result(u"x"_s)
+                           .pause(300)
+                           .exit(1)});
         d.chat->send(u"go"_s);
         QTRY_VERIFY(!d.chat->isRunning());
         QVERIFY(d.chat->pendingPermission()); // the background work still waits for it
@@ -363,11 +364,11 @@ private Q_SLOTS:
 
     void anotherModeThanAskedForIsSaidOnce()
     {
-        Desk d({Scenario()
-                    .user()
-                    .init({{u"permissionMode"_s, u"default"_s}})
-                    .init({{u"permissionMode"_s, u"default"_s}})
-                    .result(u"ok"_s)});
+        SessionDesk d({Scenario()
+                           .user()
+                           .init({{u"permissionMode"_s, u"default"_s}})
+                           .init({{u"permissionMode"_s, u"default"_s}})
+                           .result(u"ok"_s)});
         d.chat->setPermissionMode(AgentPermissionMode::Auto);
         d.chat->send(u"go"_s);
         QTRY_VERIFY(!d.chat->isRunning());
@@ -379,7 +380,7 @@ private Q_SLOTS:
 
     void storeKeepsOpeningOrder()
     {
-        Desk d({Scenario().turn(u"x"_s)});
+        SessionDesk d({Scenario().turn(u"x"_s)});
         ProjectChat *other =
             d.store.newSession({.alias = u"q"_s, .path = u"/"_s, .extraEnv = {}, .colorHex = {}});
         ProjectChat *second =

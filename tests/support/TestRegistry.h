@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QObject>
+#include <QTest>
 
 #include <memory>
 
@@ -19,3 +20,10 @@ bool registerTest(TestFactory factory);
 #define VESK_TEST(TestClass)                                                                                 \
     static const bool registered##TestClass = Vesk::Test::registerTest(                                      \
         []() -> std::unique_ptr<QObject> { return std::make_unique<TestClass>(); });
+
+// What takes a moment may take long on a loaded machine, under a sanitizer above all. Waiting long costs time
+// only where the test fails anyway.
+#undef QTRY_VERIFY
+#undef QTRY_COMPARE
+#define QTRY_VERIFY(expression) QTRY_VERIFY_WITH_TIMEOUT((expression), 60'000)
+#define QTRY_COMPARE(actual, expected) QTRY_COMPARE_WITH_TIMEOUT((actual), (expected), 60'000)

@@ -6,6 +6,7 @@
 #include "ui/controls/Theme.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QInputMethodEvent>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -114,12 +115,15 @@ private Q_SLOTS:
         QTest::keyClick(m_window.get(), Qt::Key_Escape);
         QVERIFY(!m_stage->chat().isRunning());
         // The key that ended the syllable comes right behind its text.
+        QElapsedTimer sinceEnd;
+        sinceEnd.start();
         compose({}, u"한"_s);
         QTest::keyClick(m_window.get(), Qt::Key_Return);
+        if (sinceEnd.elapsed() >= 50)
+            QSKIP("this machine is too slow to press the key right behind the syllable");
         QVERIFY(!m_stage->chat().isRunning());
         QCOMPARE(m_stage->chat().composerInput(), u"한"_s);
-        QTRY_VERIFY_WITH_TIMEOUT(
-            (QTest::keyClick(m_window.get(), Qt::Key_Return), m_stage->chat().isRunning()), 2000);
+        QTRY_VERIFY((QTest::keyClick(m_window.get(), Qt::Key_Return), m_stage->chat().isRunning()));
         QCOMPARE(m_stage->chat().messages().rows().first().text, u"한"_s);
     }
 
@@ -148,12 +152,15 @@ private Q_SLOTS:
     {
         QVERIFY(m_stage->run(u"배포해"_s));
         m_stage->askPermission(u"r1"_s, u"Bash"_s, {{u"command"_s, u"ls"_s}});
+        QElapsedTimer sinceReplaced;
+        sinceReplaced.start();
         m_stage->askPermission(u"r2"_s, u"Bash"_s, {{u"command"_s, u"rm -rf x"_s}});
         draw();
         click(button(u"한 번 허용"_s));
+        if (sinceReplaced.elapsed() >= 500)
+            QSKIP("this machine is too slow to press a button right behind the replacement");
         QVERIFY(m_stage->chat().pendingPermission());
-        QTRY_VERIFY_WITH_TIMEOUT(
-            (QMetaObject::invokeMethod(m_pane, "deny"), !m_stage->chat().pendingPermission()), 3000);
+        QTRY_VERIFY((QMetaObject::invokeMethod(m_pane, "deny"), !m_stage->chat().pendingPermission()));
     }
 
     void questionsAreAnsweredWithDigits()
@@ -266,7 +273,8 @@ private Q_SLOTS:
         // Nothing moves when nothing happens.
         QSignalSpy frames(m_window.get(), &QQuickWindow::frameSwapped);
         m_stage->chat().stop();
-        QTest::qWait(100);
+        QTRY_VERIFY(!m_stage->chat().isRunning());
+        QTest::qWait(500);
         frames.clear();
         QTest::qWait(1500);
         QVERIFY2(frames.size() <= 4, qPrintable(QString::number(frames.size()))); // the caret alone blinks

@@ -29,7 +29,7 @@ ChatStage::~ChatStage() = default;
 bool ChatStage::run(const QString &text)
 {
     m_chat->send(text);
-    if (!QTest::qWaitFor([this] { return m_chat->childIsRunning(); }, 5000)) {
+    if (!QTest::qWaitFor([this] { return m_chat->childIsRunning(); }, 60000)) {
         return false;
     }
     say({{u"type"_s, u"system"_s},

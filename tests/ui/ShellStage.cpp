@@ -62,7 +62,7 @@ void ShellStage::run(ProjectChat &chat, const QString &text)
     const QString title = chat.title();
     chat.send(text);
     chat.setTitle(title);
-    QVERIFY(QTest::qWaitFor([&chat] { return chat.childIsRunning(); }, 5000));
+    QVERIFY(QTest::qWaitFor([&chat] { return chat.childIsRunning(); }, 60000));
     say(chat, {{u"type"_s, u"system"_s}, {u"subtype"_s, u"init"_s}, {u"session_id"_s, u"c1"_s}});
 }
 
