@@ -189,6 +189,10 @@ public:
         environment.insert(QStringLiteral("HOME"), m_home.path());
         for (const char *name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"})
             environment.insert(QString::fromLatin1(name), m_home.path() + u'/' + QString::fromLatin1(name));
+        // As on the machine of a person who works with Vesk: the agent is where it is looked for first.
+        QDir().mkpath(m_home.path() + QStringLiteral("/.local/bin"));
+        QFile::link(QStringLiteral(VESK_SCRIPTED_AGENT),
+                    m_home.path() + QStringLiteral("/.local/bin/claude"));
         m_process.setProcessEnvironment(environment);
         m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         m_started = Bench::now();

@@ -3,4 +3,5 @@
 #include "pch.h"
 
 #include <QtTest>
+
 #include <rapidcheck.h>

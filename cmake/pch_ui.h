@@ -10,5 +10,5 @@
 #include <QQmlEngine>
 #include <QQmlListProperty>
 #include <QQuickItem>
-#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
+#include <QVariantMap>

@@ -2,6 +2,7 @@
 // there.
 #include "sessions/ProjectChat.h"
 #include "support/TestRegistry.h"
+#include "ui/controls/InstallUi.h"
 #include "ui/controls/Theme.h"
 #include "ui/shell/MainWindow.h"
 #include "ui/shell/Workspace.h"
@@ -48,8 +49,10 @@ public:
                 m_warnings.append(error.toString());
             }
         });
+        installUi(m_engine);
         m_window = createMainWindow(m_engine, stage.runtime());
         if (m_window) {
+            stage.runtime().openMainWindow();
             m_window->resize(1440, 900);
             m_window->requestActivate();
             [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(m_window.get());

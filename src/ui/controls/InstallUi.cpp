@@ -1,6 +1,7 @@
 #include "ui/controls/InstallUi.h"
 
 #include "ui/controls/IconProvider.h"
+#include "ui/controls/Theme.h"
 
 #include <QGuiApplication>
 #include <QQmlEngine>
@@ -13,6 +14,7 @@ using namespace Qt::StringLiterals;
 
 void installUi(QQmlEngine &engine)
 {
+    QGuiApplication::setFont(Theme::shared().ui());
     // Whole-pixel screens get the sharper glyphs of the platform; in between, those that scale.
     if (const auto ratio = qGuiApp->devicePixelRatio(); qFuzzyCompare(ratio, std::round(ratio)))
         QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);

@@ -1,7 +1,7 @@
 #include "ui/shell/MainWindow.h"
 
 #include "app/Runtime.h"
-#include "ui/controls/InstallUi.h"
+#include "ui/controls/Theme.h"
 #include "ui/shell/AddProject.h"
 #include "ui/shell/AuditView.h"
 #include "ui/shell/Projects.h"
@@ -9,6 +9,7 @@
 #include "ui/shell/Workspace.h"
 
 #include <QCoreApplication>
+#include <QFontMetricsF>
 #include <QLoggingCategory>
 #include <QPointer>
 #include <QQmlComponent>
@@ -79,9 +80,13 @@ struct WindowObjects : QObject {
 
 std::unique_ptr<QQuickWindow> createMainWindow(QQmlEngine &engine, Runtime &runtime)
 {
-    installUi(engine);
     auto objects = std::make_unique<WindowObjects>(runtime);
-    QQmlComponent component(&engine, QUrl(u"qrc:/qt/qml/Vesk/Shell/MainWindow.qml"_s));
+    // The QML is read on a thread of the engine's; what the first frame needs of fonts is opened meanwhile.
+    const QUrl url(u"qrc:/qt/qml/Vesk/Shell/MainWindow.qml"_s);
+    const QQmlComponent ahead(&engine, url, QQmlComponent::Asynchronous);
+    for (const QFont &font : {Theme::shared().ui(), Theme::shared().uiBold()})
+        (void)QFontMetricsF(font).horizontalAdvance(u"가Ab"_s);
+    QQmlComponent component(&engine, url);
     // Qt 6.4 crashes when it is given properties for a component that could not be compiled.
     std::unique_ptr<QObject> object(
         component.isReady() ? component.createWithInitialProperties(objects->properties()) : nullptr);
@@ -110,7 +115,6 @@ std::unique_ptr<QQuickWindow> createMainWindow(QQmlEngine &engine, Runtime &runt
             shown->requestActivate();
         }
     };
-    runtime.openMainWindow();
     return window;
 }
 

@@ -4,16 +4,16 @@ import QtQuick
 import Vesk.Controls
 import Vesk.Shell
 
-// What waits for the person, the longest waiting first. There only while something waits.
+// What waits for the person, the longest waiting first. There only while something waits; a part of the sidebar's
+// height at most, then it scrolls.
 Rectangle {
     id: box
 
     required property Workspace workspace
-    // Its greatest height; more rows scroll.
-    property real longest: 400
+    required property Item sidebar
     readonly property int count: list.count
 
-    implicitHeight: Math.min(longest, heading.height + list.contentHeight + 12)
+    implicitHeight: Math.min(Math.round(sidebar.height * 0.4), heading.height + list.contentHeight + 12)
     radius: Theme.radius
     color: Theme.waitSoft
     border.color: Theme.waitLine

@@ -6,13 +6,11 @@ import Vesk.Shell
 Column {
     id: guidance
 
-    required property string text
-    required property string command
+    required property Workspace workspace
 
     // What comes before the command, and what comes after it.
-    readonly property var lines: text.split("\n")
+    readonly property var lines: workspace.installText.split("\n")
 
-    width: Math.min(480, parent.width - 32)
     spacing: 12
 
     Label {
@@ -34,7 +32,7 @@ Column {
             anchors.leftMargin: 12
             anchors.right: copy.left
             anchors.verticalCenter: parent.verticalCenter
-            text: guidance.command
+            text: guidance.workspace.installCommand
             font: Theme.code
             color: Theme.text
             selectionColor: Theme.selected
@@ -53,7 +51,7 @@ Column {
             kind: VButton.Quiet
             iconName: "copy"
             text: "복사"
-            onClicked: Desktop.copyText(guidance.command)
+            onClicked: Desktop.copyText(guidance.workspace.installCommand)
         }
     }
     SheetText { text: guidance.lines.slice(1).join("\n") }

@@ -6,11 +6,12 @@ import Vesk.Shell
 Banner {
     id: banner
 
-    required property string command
+    required property Workspace workspace
 
     tone: "warning"
     closable: false
-    detail: command
+    text: workspace.installText.split("\n")[0]
+    detail: workspace.installCommand
     actionText: "명령 복사"
-    onActionTriggered: Desktop.copyText(banner.command)
+    onActionTriggered: Desktop.copyText(banner.workspace.installCommand)
 }

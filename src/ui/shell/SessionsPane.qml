@@ -34,12 +34,12 @@ FocusScope {
     function allowAlways(): void { current?.allowAlways() }
     function deny(): void { current?.deny() }
 
-    SessionTabs {
+    Lazy {
         id: tabs
         width: parent.width
-        visible: pane.workspace.tabs.count > 0
-        height: visible ? implicitHeight : 0
-        workspace: pane.workspace
+        wanted: pane.workspace.tabs.count > 0
+        file: Qt.resolvedUrl("SessionTabs.qml")
+        properties: ({ workspace: pane.workspace, focus: true })
     }
 
     FocusScope {
@@ -52,13 +52,12 @@ FocusScope {
         width: parent.width
         focus: true
 
-        NotInstalledBanner {
+        Lazy {
             id: notInstalled
             width: parent.width
-            visible: pane.workspace.agentMissing && !content.bare
-            height: visible ? implicitHeight : 0
-            text: pane.workspace.installText.split("\n")[0]
-            command: pane.workspace.installCommand
+            wanted: pane.workspace.agentMissing && !content.bare
+            file: Qt.resolvedUrl("NotInstalledBanner.qml")
+            properties: ({ workspace: pane.workspace })
         }
 
         Repeater {
@@ -75,11 +74,12 @@ FocusScope {
             }
         }
 
-        NotInstalled {
+        Lazy {
             anchors.centerIn: parent
-            visible: content.bare && pane.workspace.agentMissing
-            text: pane.workspace.installText
-            command: pane.workspace.installCommand
+            width: Math.min(480, parent.width - 32)
+            wanted: content.bare && pane.workspace.agentMissing
+            file: Qt.resolvedUrl("NotInstalled.qml")
+            properties: ({ workspace: pane.workspace })
         }
         EmptyState {
             readonly property bool ready: pane.workspace.hasProjects

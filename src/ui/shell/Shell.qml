@@ -59,12 +59,12 @@ FocusScope {
         onTriggered: pane.focusBody()
     }
 
-    AuditBanner {
+    Lazy {
         id: auditBanner
         width: parent.width
-        visible: shell.audit.failing
-        height: visible ? implicitHeight : 0
-        audit: shell.audit
+        wanted: shell.audit.failing
+        file: Qt.resolvedUrl("AuditBanner.qml")
+        properties: ({ audit: shell.audit })
     }
 
     Sidebar {

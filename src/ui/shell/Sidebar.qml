@@ -47,30 +47,27 @@ FocusScope {
         }
     }
 
-    MyTurnBox {
+    Lazy {
         id: myTurn
         anchors.top: actions.bottom
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.leftMargin: 8
         anchors.rightMargin: 8
-        visible: count > 0
-        height: visible ? implicitHeight : 0
-        longest: Math.round(sidebar.height * 0.4)
-        workspace: sidebar.workspace
+        wanted: sidebar.workspace.myTurn.count > 0
+        file: Qt.resolvedUrl("MyTurnBox.qml")
+        properties: ({ workspace: sidebar.workspace, sidebar: sidebar })
     }
 
-    ErrorState {
+    Lazy {
         id: loadError
         anchors.top: myTurn.bottom
         anchors.topMargin: visible ? 12 : 0
         anchors.horizontalCenter: parent.horizontalCenter
         width: parent.width - 24
-        visible: sidebar.projects.loadError.length > 0
-        height: visible ? implicitHeight : 0
-        canRetry: false
-        text: "프로젝트 목록을 읽지 못했습니다\n" + sidebar.projects.loadError + "\n" + sidebar.projects.catalogPath
-        onCopyTriggered: Desktop.copyText(text)
+        wanted: sidebar.projects.loadError.length > 0
+        file: Qt.resolvedUrl("CatalogError.qml")
+        properties: ({ projects: sidebar.projects })
     }
 
     SessionList {
