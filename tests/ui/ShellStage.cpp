@@ -19,7 +19,7 @@ QString listeningProgram(const QString &path)
 {
     QFile file(path);
     if (file.open(QIODevice::WriteOnly)) {
-        file.write("#!/bin/sh\nwhile read -r line; do :; done\n");
+        file.write("#!/bin/sh\nwhile read -r line; do echo \"$line\" >>\"$0.heard\"; done\n");
         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
     return path;
@@ -41,6 +41,12 @@ ShellStage::ShellStage(Agent agent)
 }
 
 ShellStage::~ShellStage() = default;
+
+QByteArray ShellStage::heardByAgent() const
+{
+    QFile file(path(u"claude.heard"_s));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 void ShellStage::addProject(const QString &alias, int lane)
 {
@@ -89,6 +95,11 @@ void ShellStage::failRun(ProjectChat &chat, const QString &error)
 
 void ShellStage::askPermission(ProjectChat &chat, const QString &tool, const QString &command)
 {
+    const QJsonObject rule {
+        {u"type"_s, u"addRules"_s},
+        {u"rules"_s, QJsonArray {QJsonObject {{u"toolName"_s, tool}, {u"ruleContent"_s, command}}}},
+        {u"behavior"_s, u"allow"_s},
+        {u"destination"_s, u"localSettings"_s}};
     say(chat,
         {{u"type"_s, u"control_request"_s},
          {u"request_id"_s, u"r1"_s},
@@ -97,6 +108,7 @@ void ShellStage::askPermission(ProjectChat &chat, const QString &tool, const QSt
                        {u"tool_name"_s, tool},
                        {u"display_name"_s, tool},
                        {u"tool_use_id"_s, u"t1"_s},
+                       {u"permission_suggestions"_s, QJsonArray {rule}},
                        {u"input"_s, QJsonObject {{u"command"_s, command}}}}}});
 }
 

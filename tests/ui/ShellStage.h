@@ -24,6 +24,9 @@ public:
     [[nodiscard]] Preferences &preferences() { return *m_preferences; }
     [[nodiscard]] AuditLogger &auditLogger() { return *m_auditLogger; }
 
+    /** All that Vesk wrote to the program, in every session. */
+    [[nodiscard]] QByteArray heardByAgent() const;
+
     /** Makes the folder ~/src/<alias> in the scratch home and adds it. */
     void addProject(const QString &alias, int lane);
     ProjectChat &addSession(const QString &alias, const QString &title);

@@ -4,13 +4,16 @@
 #include "support/TestRegistry.h"
 #include "ui/controls/InstallUi.h"
 #include "ui/controls/Theme.h"
+#include "ui/shell/AuditView.h"
 #include "ui/shell/MainWindow.h"
 #include "ui/shell/Workspace.h"
 #include "ui/ShellStage.h"
 
+#include <QAbstractItemModelTester>
 #include <QDir>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
+#include <QMimeData>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -250,6 +253,55 @@ private Q_SLOTS:
         QCOMPARE(theatre.warnings(), QStringList());
     }
 
+    void altDigitsAnswerACard_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::addColumn<QByteArray>("answer");
+        QTest::newRow("once") << int(Qt::Key_1) << QByteArray("\"allow\"");
+        QTest::newRow("always") << int(Qt::Key_2) << QByteArray("\"updatedPermissions\"");
+        QTest::newRow("deny") << int(Qt::Key_3) << QByteArray("\"deny\"");
+    }
+    void altDigitsAnswerACard()
+    {
+        QFETCH(int, key);
+        QFETCH(QByteArray, answer);
+        ShellStage stage;
+        stage.runtime().start();
+        stage.addProject(u"billing"_s, 0);
+        ProjectChat &chat = stage.addSession(u"billing"_s, u"일"_s);
+        ShellStage::run(chat, u"go"_s);
+        const Theatre theatre(stage);
+        ShellStage::askPermission(chat, u"Bash"_s, u"make"_s);
+        QTRY_VERIFY((theatre.press(key, Qt::AltModifier), !chat.pendingPermission()));
+        QTRY_VERIFY(stage.heardByAgent().contains(answer));
+        QCOMPARE(theatre.warnings(), QStringList());
+    }
+
+    void aDroppedFolderIsProposed()
+    {
+        ShellStage stage;
+        stage.runtime().start();
+        const Theatre theatre(stage);
+        QDir().mkpath(stage.path(u"wallet"_s));
+        const auto drop = [&theatre](const QString &path) {
+            QMimeData data;
+            data.setUrls({QUrl::fromLocalFile(path)});
+            const QPoint place(700, 450);
+            QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(theatre.window(), &enter);
+            QDropEvent dropped(place, Qt::CopyAction, &data, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(theatre.window(), &dropped);
+        };
+        QFile file(stage.path(u"no-folder"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        drop(file.fileName());
+        QVERIFY(!theatre.shows(u"프로젝트 폴더 추가"_s));
+        drop(stage.path(u"wallet"_s));
+        QTRY_VERIFY(theatre.shows(u"프로젝트 폴더 추가"_s));
+        QVERIFY(theatre.shows(u"wallet"_s));
+        QCOMPARE(theatre.warnings(), QStringList());
+    }
+
     void aSheetKeepsTheKeys()
     {
         ShellStage stage;
@@ -356,6 +408,9 @@ private Q_SLOTS:
         ShellStage stage;
         stage.runtime().start();
         const Theatre theatre(stage);
+        auto *entries = theatre.window()->property("audit").value<AuditView *>()->entries();
+        const QAbstractItemModelTester tester(entries,
+                                              QAbstractItemModelTester::FailureReportingMode::QtTest);
         stage.auditLogger().log(
             AuditEvent::systemError(u"claude: unknown option '--frobnicate'\nsee --help"_s));
         QObject *shell = theatre.window()->contentItem()->childItems().constFirst();
