@@ -24,6 +24,7 @@ inline constexpr QLatin1StringView windowTextSize("vesk.window.textSize");
 inline constexpr QLatin1StringView windowTheme("vesk.window.theme");
 inline constexpr QLatin1StringView windowGeometry("vesk.window.geometry");
 inline constexpr QLatin1StringView windowSidebarWidth("vesk.window.sidebarWidth");
+inline constexpr QLatin1StringView windowPanes("vesk.window.panes");
 } // namespace PreferenceKey
 
 enum class ThemeChoice { System, Light, Dark };

@@ -22,7 +22,7 @@ Item {
         const rows = [
             { keys: ["Ctrl+N"], run: () => workspace.newSession() },
             { keys: ["Ctrl+O"], run: () => addProjectTriggered() },
-            { keys: ["Ctrl+W"], run: () => workspace.requestClose(workspace.currentKey) },
+            { keys: ["Ctrl+W"], run: () => workspace.requestCloseCurrent() },
             { keys: ["Ctrl+Tab"], run: () => workspace.selectNext() },
             { keys: ["Ctrl+Shift+Tab", "Ctrl+Shift+Backtab"], run: () => workspace.selectPrevious() },
             { keys: ["Ctrl+Shift+A"], run: () => workspace.selectNextMyTurn() },
@@ -36,8 +36,18 @@ Item {
             { keys: ["Ctrl+0"], run: () => view.resetText() },
             { keys: ["F6"], run: () => regionTriggered(1) },
             { keys: ["Shift+F6"], run: () => regionTriggered(-1) },
-            { keys: ["Ctrl+Shift+E"], run: () => toggleSidebarTriggered() }
+            { keys: ["Ctrl+Shift+E"], run: () => toggleSidebarTriggered() },
+            // The same key bears another sign on a Korean keyboard.
+            { keys: ["Ctrl+\\", "Ctrl+₩"], run: () => workspace.splitCurrent(Panes.Right) },
+            { keys: ["Ctrl+Shift+\\", "Ctrl+|", "Ctrl+Shift+|", "Ctrl+Shift+₩"], run: () => workspace.splitCurrent(Panes.Below) },
+            { keys: ["Ctrl+Shift+PgUp"], run: () => workspace.panes.shift(workspace.currentKey, -1) },
+            { keys: ["Ctrl+Shift+PgDown"], run: () => workspace.panes.shift(workspace.currentKey, 1) }
         ]
+        const sides = { Left: Panes.Left, Right: Panes.Right, Up: Panes.Above, Down: Panes.Below }
+        for (const arrow in sides) {
+            rows.push({ keys: ["Alt+" + arrow], run: () => workspace.panes.focusBeside(sides[arrow]) })
+            rows.push({ keys: ["Alt+Shift+" + arrow], run: () => workspace.panes.moveTowards(workspace.currentKey, sides[arrow]) })
+        }
         for (let index = 0; index < 9; ++index)
             rows.push({ keys: ["Ctrl+" + (index + 1)], run: () => workspace.selectIndex(index) })
         return rows

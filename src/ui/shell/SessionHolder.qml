@@ -1,7 +1,8 @@
 import QtQuick
+import Vesk.Controls
 import Vesk.Shell
 
-// The place of one session in a pane. Its view is built when it is first shown, and kept from then on: its scroll
+// The place of one session: that of its pane, below the tabs. Its view is built when it is first shown, and kept from then on: its scroll
 // position and its draft stay.
 Loader {
     id: holder
@@ -13,6 +14,9 @@ Loader {
     required property int lane
     required property string colorHex
     required property ProjectChat chat
+    required property rect place
+    // Its pane shows it.
+    required property bool shown
     required property Workspace workspace
 
     // Set by the view when it is there.
@@ -21,14 +25,31 @@ Loader {
 
     signal renameTriggered()
     signal auditLogTriggered()
+    signal pointedAt()
 
     function show(): void {
-        if (current && status === Loader.Null)
+        if (shown && status === Loader.Null)
             setSource("SessionView.qml", { holder: holder })
     }
 
-    visible: current
+    x: place.x
+    y: place.y + Theme.px(36)
+    width: place.width
+    height: Math.max(0, place.height - Theme.px(36))
+    clip: workspace.panes.count > 1
+    visible: shown
     focus: current
-    onCurrentChanged: show()
+    onShownChanged: show()
     Component.onCompleted: show()
+    onActiveFocusChanged: {
+        if (activeFocus && !current)
+            pointedAt()
+    }
+
+    PointHandler {
+        onActiveChanged: {
+            if (active)
+                holder.pointedAt()
+        }
+    }
 }

@@ -14,11 +14,18 @@ Rectangle {
     required property string stateText
     required property bool unseen
     property bool current: false
+    // Its pane is the one that the keys act on.
+    property bool accented: true
     property bool ringed: false
     property real widest: 220
 
     signal selected()
     signal closed()
+    signal menuRequested()
+    signal dragBegun()
+    signal dragged(point scenePoint)
+    signal dropped()
+    signal dragCancelled()
 
     width: Math.min(widest, Math.max(Theme.px(120), mark.width + name.implicitWidth + closeButton.width + 38))
     color: current ? Theme.canvas : hover.hovered ? Theme.hover : "transparent"
@@ -33,11 +40,25 @@ Rectangle {
         acceptedButtons: Qt.MiddleButton
         onTapped: tab.closed()
     }
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onTapped: tab.menuRequested()
+    }
+    DragHandler {
+        target: null
+        grabPermissions: PointerHandler.CanTakeOverFromAnything
+        onActiveChanged: active ? tab.dragBegun() : tab.dropped()
+        onCentroidChanged: {
+            if (active)
+                tab.dragged(centroid.scenePosition)
+        }
+        onCanceled: tab.dragCancelled()
+    }
 
     Rectangle {
         width: parent.width
         height: 2
-        visible: tab.current
+        visible: tab.current && tab.accented
         color: Theme.accent
     }
     Hairline {

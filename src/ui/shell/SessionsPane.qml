@@ -4,20 +4,22 @@ import QtQuick
 import Vesk.Controls
 import Vesk.Shell
 
-// One pane of sessions: its tabs, the header of the session that is shown, and the session itself.
+// The panes of sessions. A session's view lies above the panes, at the place of its own: when it goes to another
+// pane it only moves, and its scroll position, its draft and what it is writing stay.
 FocusScope {
     id: pane
 
     required property Workspace workspace
     required property Projects projects
 
-    readonly property alias tabStrip: tabs
+    readonly property Item tabStrip: (frames.count > 0 ? frames.itemAt(workspace.panes.focusedRow) as PaneFrame : null)?.tabStrip ?? content
     readonly property alias body: content
+    readonly property SessionHolder currentHolder: chats.count > 0
+        ? chats.itemAt(workspace.tabs.rowOf(workspace.currentKey)) as SessionHolder : null
     // Not by its type: naming that here would load the whole chat surface before the first frame.
-    readonly property var current: {
-        const holder = chats.count > 0 ? chats.itemAt(workspace.currentIndex) as SessionHolder : null
-        return holder?.chatPane ?? null
-    }
+    readonly property var current: currentHolder?.chatPane ?? null
+    // The person has pointed at something in the current session; the focus is where that put it.
+    property bool pointedAt: false
 
     signal auditLogRequested()
     signal renameRequested(string key, string title)
@@ -28,6 +30,12 @@ FocusScope {
         else
             content.forceActiveFocus()
     }
+    // After another session became the current one.
+    function followCurrent(): void {
+        if (!pointedAt || !currentHolder?.activeFocus)
+            focusBody()
+        pointedAt = false
+    }
     function softInterrupt(): void { current?.softInterrupt() }
     function stop(): void { current?.stop() }
     function allowOnce(): void { current?.allowOnce() }
@@ -35,63 +43,97 @@ FocusScope {
     function deny(): void { current?.deny() }
 
     Lazy {
-        id: tabs
+        id: notInstalled
         width: parent.width
-        wanted: pane.workspace.tabs.count > 0
-        file: Qt.resolvedUrl("SessionTabs.qml")
-        properties: ({ workspace: pane.workspace, focus: true })
+        wanted: pane.workspace.agentMissing && pane.workspace.tabs.count > 0
+        file: Qt.resolvedUrl("NotInstalledBanner.qml")
+        properties: ({ workspace: pane.workspace })
     }
 
-    FocusScope {
-        id: content
+    Item {
+        id: area
 
-        readonly property bool bare: pane.workspace.currentIndex < 0
+        readonly property size extent: Qt.size(width, height)
 
-        anchors.top: tabs.bottom
+        anchors.top: notInstalled.bottom
         anchors.bottom: parent.bottom
         width: parent.width
-        focus: true
-
-        Lazy {
-            id: notInstalled
-            width: parent.width
-            wanted: pane.workspace.agentMissing && !content.bare
-            file: Qt.resolvedUrl("NotInstalledBanner.qml")
-            properties: ({ workspace: pane.workspace })
-        }
+        onExtentChanged: pane.workspace.panes.area = extent
 
         Repeater {
-            id: chats
-            model: pane.workspace.tabs
+            id: frames
+            model: pane.workspace.panes
 
-            delegate: SessionHolder {
-                anchors.top: notInstalled.bottom
-                anchors.bottom: content.bottom
-                width: content.width
+            delegate: PaneFrame {
                 workspace: pane.workspace
-                onRenameTriggered: pane.renameRequested(key, title)
-                onAuditLogTriggered: pane.auditLogRequested()
+                onTabMenuRequested: (tab, key, title) => menu.open(tab, key, title)
+                onTabDragged: scenePoint => area.dragTo(scenePoint)
             }
         }
 
-        Lazy {
-            anchors.centerIn: parent
-            width: Math.min(480, parent.width - 32)
-            wanted: content.bare && pane.workspace.agentMissing
-            file: Qt.resolvedUrl("NotInstalled.qml")
-            properties: ({ workspace: pane.workspace })
-        }
-        EmptyState {
-            readonly property bool ready: pane.workspace.hasProjects
+        FocusScope {
+            id: content
+            anchors.fill: parent
+            focus: true
 
-            anchors.centerIn: parent
-            visible: content.bare && !pane.workspace.agentMissing
-            title: ready ? "열린 세션이 없습니다" : "Vesk"
-            text: ready ? "새 세션을 열면 여기에서 에이전트와 대화합니다"
-                : "프로젝트 폴더를 이 창에 끌어다 놓아도 됩니다"
-            actionText: ready ? "새 세션" : ""
-            actionKeys: "Ctrl N"
-            onActionTriggered: pane.workspace.newSession()
+            Repeater {
+                id: chats
+                model: pane.workspace.tabs
+
+                delegate: SessionHolder {
+                    workspace: pane.workspace
+                    onRenameTriggered: pane.renameRequested(key, title)
+                    onAuditLogTriggered: pane.auditLogRequested()
+                    onPointedAt: {
+                        if (!current) {
+                            pane.pointedAt = true
+                            pane.workspace.select(key)
+                        }
+                    }
+                }
+            }
+        }
+
+        Repeater {
+            model: pane.workspace.panes.splits
+            delegate: PaneSplitter {
+                panes: pane.workspace.panes
+            }
+        }
+
+        function dragTo(scenePoint: point): void {
+            const drag = pane.workspace.tabDrag
+            drag.moveTo(area.mapFromItem(null, scenePoint), Theme.px(36))
+            for (let row = 0; drag.stripPane > 0 && row < frames.count; ++row) {
+                const frame = frames.itemAt(row) as PaneFrame
+                if (frame?.pane === drag.stripPane)
+                    frame.aim(drag)
+            }
+        }
+
+        Loader {
+            anchors.fill: parent
+            z: 2
+            source: pane.workspace.tabDrag.active ? "TabDragLayer.qml" : ""
+            onLoaded: (item as TabDragLayer).drag = pane.workspace.tabDrag
+        }
+    }
+
+    Loader {
+        id: menu
+
+        property Item tab
+
+        function open(tab: Item, key: string, title: string): void {
+            menu.tab = tab
+            setSource("TabMenu.qml", { workspace: pane.workspace, key: key, title: title })
+        }
+
+        onLoaded: {
+            item.parent = pane
+            item.closed.connect(() => { menu.source = "" })
+            item.renameRequested.connect((key, title) => pane.renameRequested(key, title))
+            item.popup(pane, pane.mapFromItem(tab, 0, 0).x, pane.mapFromItem(tab, 0, tab.height).y)
         }
     }
 }

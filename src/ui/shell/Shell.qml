@@ -56,7 +56,7 @@ FocusScope {
     Timer {
         id: focusLater
         interval: 0
-        onTriggered: pane.focusBody()
+        onTriggered: pane.followCurrent()
     }
 
     Lazy {

@@ -6,6 +6,8 @@
 
 #include <QDir>
 
+#include <utility>
+
 namespace Vesk
 {
 
@@ -48,7 +50,9 @@ QHash<int, QByteArray> SessionRowsModel::roleNames() const
             {StateTextRole, "stateText"},
             {TimeTextRole, "timeText"},
             {UnseenRole, "unseen"},
-            {ReasonRole, "reason"}};
+            {ReasonRole, "reason"},
+            {PlaceRole, "place"},
+            {ShownRole, "shown"}};
 }
 
 QVariant SessionRowsModel::data(const QModelIndex &index, int role) const
@@ -166,6 +170,25 @@ SessionTabsModel::SessionTabsModel(Runtime &runtime, SessionRoster &roster, QObj
     connect(&roster, &SessionRoster::sessionAdded, this, &SessionTabsModel::update);
     connect(&roster, &SessionRoster::sessionRemoved, this, &SessionTabsModel::update);
     update();
+}
+
+QVariant SessionTabsModel::data(const QModelIndex &index, int role) const
+{
+    if ((role == PlaceRole || role == ShownRole) && holds(index)) {
+        const SessionPlace place = m_places.value(keys().at(index.row()));
+        return role == PlaceRole ? QVariant(place.rect) : QVariant(place.shown);
+    }
+    return SessionRowsModel::data(index, role);
+}
+
+void SessionTabsModel::setPlaces(const QHash<QString, SessionPlace> &places)
+{
+    const auto before = std::exchange(m_places, places);
+    for (auto it = places.cbegin(); it != places.cend(); ++it) {
+        if (before.value(it.key()) != it.value()) {
+            noteChanged(it.key());
+        }
+    }
 }
 
 void SessionTabsModel::update()

@@ -4,6 +4,7 @@
 #include "ui/shell/KeyedRowsModel.h"
 #include "ui/shell/SessionRoster.h"
 
+#include <QRectF>
 #include <QtQml/qqmlregistration.h>
 
 namespace Vesk
@@ -34,6 +35,8 @@ public:
         TimeTextRole,
         UnseenRole,
         ReasonRole, ///< why it is the person's turn
+        PlaceRole,  ///< where its pane lies; of SessionTabsModel alone, like the next
+        ShownRole,  ///< it is the one that its pane shows
     };
 
     SessionRowsModel(Runtime &runtime, SessionRoster &roster, QObject *parent);
@@ -60,6 +63,14 @@ private:
     SessionRoster &m_roster;
 };
 
+/** Where a session is in the window. */
+struct SessionPlace {
+    QRectF rect;
+    bool shown = false;
+
+    bool operator==(const SessionPlace &) const = default;
+};
+
 /** Every open session, in opening order. */
 class SessionTabsModel : public Vesk::SessionRowsModel
 {
@@ -70,8 +81,15 @@ class SessionTabsModel : public Vesk::SessionRowsModel
 public:
     SessionTabsModel(Runtime &runtime, SessionRoster &roster, QObject *parent);
 
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+
+    /** By key. */
+    void setPlaces(const QHash<QString, SessionPlace> &places);
+
 private:
     void update();
+
+    QHash<QString, SessionPlace> m_places;
 };
 
 /** The projects, each with its sessions under it. */

@@ -26,44 +26,42 @@ Workspace::Workspace(Runtime &runtime, SessionRoster::Clock clock, QObject *pare
     , m_tabs(runtime, m_roster, nullptr)
     , m_sidebar(runtime, m_roster, nullptr)
     , m_myTurn(runtime, m_roster, nullptr)
+    , m_panes(runtime, m_roster, nullptr)
+    , m_memory(runtime.preferences(), m_panes, m_roster)
+    , m_tabDrag(m_panes)
+    , m_seen(m_roster, seenAfterMs)
 {
-    m_seen.setSingleShot(true);
-    m_seen.setInterval(seenAfterMs);
-    connect(&m_seen, &QTimer::timeout, this, [this] { m_roster.noteSeen(m_current); });
+    connect(&m_panes, &Panes::treeChanged, this, &Workspace::onTreeChanged);
     // After the models, which were connected first: a selection always finds its row.
-    connect(&m_roster, &SessionRoster::sessionAdded, this, [this](const QUuid &id) {
-        if (m_current.isNull()) {
-            setCurrent(id);
-        }
-    });
-    connect(&m_roster, &SessionRoster::sessionRemoved, this, &Workspace::onSessionRemoved);
-    connect(&m_roster, &SessionRoster::changed, this, [this](const QUuid &id) {
-        if (id == m_current) {
-            watchCurrent();
-        }
-    });
+    connect(&m_roster, &SessionRoster::sessionAdded, this, &Workspace::addSession);
+    connect(&m_roster, &SessionRoster::sessionRemoved, this,
+            [this](const QUuid &id) { m_panes.change(&PaneTree::remove, id); });
+    connect(&m_roster, &SessionRoster::changed, this, &Workspace::watchShown);
     connect(&m_roster, &SessionRoster::myTurnChanged, this, &Workspace::windowTitleChanged);
     connect(&runtime, &Runtime::catalogEntriesChanged, this, &Workspace::projectsChanged);
     runtime.locator().whenResolved(this, [this](const QString &) { Q_EMIT agentMissingChanged(); });
-    setCurrent(idAt(0));
+    for (const auto &session : m_roster.sessions()) {
+        addSession(session->id);
+    }
 }
 
 Workspace::~Workspace() = default;
 
 ProjectChat *Workspace::currentChat() const
 {
-    const RosterSession *session = m_roster.find(m_current);
+    const RosterSession *session = m_roster.find(m_panes.tree().focused().shown);
     return session ? session->chat : nullptr;
 }
 
 QString Workspace::currentKey() const
 {
-    return m_current.isNull() ? QString() : m_current.toString(QUuid::WithoutBraces);
+    const QUuid &id = m_panes.tree().focused().shown;
+    return id.isNull() ? QString() : id.toString(QUuid::WithoutBraces);
 }
 
 int Workspace::currentIndex() const
 {
-    return m_tabs.rowOf(currentKey());
+    return m_panes.focusedTabs().rowOf(currentKey());
 }
 
 QString Workspace::windowTitle() const
@@ -81,7 +79,7 @@ void Workspace::setWindowActive(bool active)
 {
     if (m_windowActive != active) {
         m_windowActive = active;
-        watchCurrent();
+        watchShown();
         Q_EMIT windowActiveChanged();
     }
 }
@@ -113,36 +111,33 @@ void Workspace::newSession(const QString &alias)
         return;
     }
     if (const ProjectChat *chat = m_runtime.newSession(project)) {
-        setCurrent(chat->id());
+        show(chat->id());
     }
 }
 
 void Workspace::select(const QString &key)
 {
-    const QUuid id = QUuid::fromString(key);
-    if (m_roster.find(id)) {
-        setCurrent(id);
-    }
+    show(QUuid::fromString(key));
 }
 
 void Workspace::selectIndex(int index)
 {
-    if (index >= 0 && index < m_tabs.count()) {
-        setCurrent(idAt(index));
+    if (index >= 0 && index < m_panes.focusedTabs().count()) {
+        show(idAt(index));
     }
 }
 
 void Workspace::selectNext()
 {
-    if (m_tabs.count() > 0) {
-        setCurrent(idAt((currentIndex() + 1) % m_tabs.count()));
+    if (const int count = m_panes.focusedTabs().count(); count > 0) {
+        show(idAt((currentIndex() + 1) % count));
     }
 }
 
 void Workspace::selectPrevious()
 {
-    if (m_tabs.count() > 0) {
-        setCurrent(idAt((currentIndex() + m_tabs.count() - 1) % m_tabs.count()));
+    if (const int count = m_panes.focusedTabs().count(); count > 0) {
+        show(idAt((currentIndex() + count - 1) % count));
     }
 }
 
@@ -150,7 +145,30 @@ void Workspace::selectNextMyTurn()
 {
     if (m_myTurn.count() > 0) {
         const int here = m_myTurn.rowOf(currentKey());
-        setCurrent(QUuid::fromString(m_myTurn.keyAt((here + 1) % m_myTurn.count())));
+        show(QUuid::fromString(m_myTurn.keyAt((here + 1) % m_myTurn.count())));
+    }
+}
+
+void Workspace::splitCurrent(Panes::Side side)
+{
+    const ProjectChat *chat = currentChat();
+    if (!chat || !m_panes.canSplit(currentKey(), side)) {
+        return;
+    }
+    const int pane = m_panes.focusedPane();
+    const bool alone = m_panes.focusedTabs().count() == 1;
+    const ProjectChat *moving = alone ? m_runtime.newSession(chat->alias()) : chat;
+    if (moving) {
+        m_panes.change(&PaneTree::split, pane, static_cast<PaneSide>(side), moving->id());
+    }
+}
+
+void Workspace::requestCloseCurrent()
+{
+    if (currentKey().isEmpty()) {
+        m_panes.closePane(m_panes.focusedPane());
+    } else {
+        requestClose(currentKey());
     }
 }
 
@@ -194,41 +212,50 @@ QStringList Workspace::liveWork() const
     return lines;
 }
 
-void Workspace::setCurrent(const QUuid &id)
+void Workspace::show(const QUuid &id)
+{
+    m_panes.change(&PaneTree::show, id);
+}
+
+void Workspace::addSession(const QUuid &id)
 {
     const RosterSession *session = m_roster.find(id);
-    if (session) {
+    m_panes.change(&PaneTree::add, id, session ? session->chat->sessionId() : QString());
+}
+
+void Workspace::onTreeChanged()
+{
+    QHash<QString, SessionPlace> places;
+    for (const PaneNode *pane : m_panes.tree().panes()) {
+        const QRectF rect = m_panes.layout().rectOf(pane->id);
+        for (const QUuid &id : pane->tabs) {
+            places.insert(id.toString(QUuid::WithoutBraces), {.rect = rect, .shown = id == pane->shown});
+        }
+    }
+    m_tabs.setPlaces(places);
+    watchShown();
+
+    const QUuid current = m_panes.tree().focused().shown;
+    if (const RosterSession *session = m_roster.find(current)) {
         m_lastAlias = session->alias();
     }
-    const int index = session ? m_tabs.rowOf(session->key()) : -1;
-    if (id == m_current && index == m_currentIndex) {
-        return;
+    const int index = currentIndex();
+    if (current != m_current || index != m_currentIndex) {
+        m_current = current;
+        m_currentIndex = index;
+        Q_EMIT currentChanged();
     }
-    m_current = session ? id : QUuid();
-    m_currentIndex = index;
-    m_seen.stop(); // the second of the tab before does not count for this one
-    watchCurrent();
-    Q_EMIT currentChanged();
 }
 
-void Workspace::onSessionRemoved(const QUuid &id)
+void Workspace::watchShown()
 {
-    if (id != m_current) {
-        setCurrent(m_current); // its place may be another now
-        return;
+    QList<QUuid> inView;
+    if (m_windowActive) {
+        for (const PaneNode *pane : m_panes.tree().panes()) {
+            inView.append(pane->shown);
+        }
     }
-    // The neighbour that moved into the place, else the one before it.
-    setCurrent(idAt(std::min(m_currentIndex, m_tabs.count() - 1)));
-}
-
-void Workspace::watchCurrent()
-{
-    const RosterSession *session = m_roster.find(m_current);
-    if (!session || !session->unseen || !m_windowActive) {
-        m_seen.stop();
-    } else if (!m_seen.isActive()) {
-        m_seen.start();
-    }
+    m_seen.setInView(inView);
 }
 
 QString Workspace::defaultAlias() const
@@ -254,7 +281,7 @@ QString Workspace::liveWorkOf(const RosterSession &session) const
 
 QUuid Workspace::idAt(int index) const
 {
-    return QUuid::fromString(m_tabs.keyAt(index));
+    return QUuid::fromString(m_panes.focusedTabs().keyAt(index));
 }
 
 } // namespace Vesk

@@ -1,12 +1,15 @@
-// The open sessions of the window: which one is shown, what happens to the others, what waits.
+// The open sessions of the window: which ones are shown, what happens to the others, what waits.
 #pragma once
 
+#include "ui/shell/PaneMemory.h"
+#include "ui/shell/Panes.h"
+#include "ui/shell/SeenWatch.h"
 #include "ui/shell/SessionRoster.h"
 #include "ui/shell/ShellModels.h"
+#include "ui/shell/TabDrag.h"
 
 #include <QObject>
 #include <QPointer>
-#include <QTimer>
 #include <QtQml/qqmlregistration.h>
 #include <QUuid>
 
@@ -17,7 +20,8 @@ class ProjectChat;
 class Runtime;
 
 /**
- * What the main window asks and is told. Every open session has a tab; the current one is shown.
+ * What the main window asks and is told. Every open session has a tab in one of the panes. Each pane shows one
+ * session; the current session is the one that the focused pane shows.
  *
  * Closing a session that works is asked about first: requestClose() then emits closeConfirmationNeeded() and
  * waits for close().
@@ -29,10 +33,13 @@ class Workspace : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("made with the main window")
     Q_PROPERTY(Vesk::SessionTabsModel *tabs READ tabs CONSTANT)
+    Q_PROPERTY(Vesk::Panes *panes READ panes CONSTANT)
+    Q_PROPERTY(Vesk::TabDrag *tabDrag READ tabDrag CONSTANT)
     Q_PROPERTY(Vesk::SidebarModel *sidebar READ sidebar CONSTANT)
     Q_PROPERTY(Vesk::MyTurnModel *myTurn READ myTurn CONSTANT)
     Q_PROPERTY(Vesk::ProjectChat *currentChat READ currentChat NOTIFY currentChanged)
     Q_PROPERTY(QString currentKey READ currentKey NOTIFY currentChanged)
+    /** Among the tabs of its pane. */
     Q_PROPERTY(int currentIndex READ currentIndex NOTIFY currentChanged)
     Q_PROPERTY(QString windowTitle READ windowTitle NOTIFY windowTitleChanged)
     Q_PROPERTY(bool hasProjects READ hasProjects NOTIFY projectsChanged)
@@ -42,13 +49,15 @@ class Workspace : public QObject
     Q_PROPERTY(QString installCommand READ installCommand CONSTANT)
 
 public:
-    /** How long a tab must be in view in an active window before its session counts as seen. */
+    /** How long a session must be in view in an active window before it counts as seen. */
     static constexpr int seenAfterMs = 1000;
 
     explicit Workspace(Runtime &runtime, SessionRoster::Clock clock = {}, QObject *parent = nullptr);
     ~Workspace() override;
 
     [[nodiscard]] SessionTabsModel *tabs() { return &m_tabs; }
+    [[nodiscard]] Panes *panes() { return &m_panes; }
+    [[nodiscard]] TabDrag *tabDrag() { return &m_tabDrag; }
     [[nodiscard]] SidebarModel *sidebar() { return &m_sidebar; }
     [[nodiscard]] MyTurnModel *myTurn() { return &m_myTurn; }
     [[nodiscard]] SessionRoster &roster() { return m_roster; }
@@ -69,12 +78,17 @@ public:
         addProjectRequested() is emitted instead. */
     Q_INVOKABLE void newSession(const QString &alias = {});
     Q_INVOKABLE void select(const QString &key);
-    /** From 0; beyond the last tab nothing happens. */
+    /** Among the tabs of the focused pane, as are next and previous. From 0; beyond the last nothing happens. */
     Q_INVOKABLE void selectIndex(int index);
     Q_INVOKABLE void selectNext();
     Q_INVOKABLE void selectPrevious();
     /** Goes through the sessions that wait, the longest waiting first. */
     Q_INVOKABLE void selectNextMyTurn();
+    /** A new pane on this side, with the current session; with a new session of its project where the current
+        one is alone in its pane. Nothing where there is no room. */
+    Q_INVOKABLE void splitCurrent(Vesk::Panes::Side side);
+    /** Closes the current session, or the pane if it has none. */
+    Q_INVOKABLE void requestCloseCurrent();
     Q_INVOKABLE void requestClose(const QString &key);
     Q_INVOKABLE void close(const QString &key);
     Q_INVOKABLE void rename(const QString &key, const QString &title);
@@ -94,9 +108,10 @@ Q_SIGNALS:
     void closeConfirmationNeeded(const QString &key, const QString &title, const QString &what);
 
 private:
-    void setCurrent(const QUuid &id);
-    void onSessionRemoved(const QUuid &id);
-    void watchCurrent();
+    void show(const QUuid &id);
+    void addSession(const QUuid &id);
+    void onTreeChanged();
+    void watchShown();
     [[nodiscard]] QString defaultAlias() const;
     [[nodiscard]] QString liveWorkOf(const RosterSession &session) const;
     [[nodiscard]] QUuid idAt(int index) const;
@@ -106,9 +121,12 @@ private:
     SessionTabsModel m_tabs;
     SidebarModel m_sidebar;
     MyTurnModel m_myTurn;
-    QTimer m_seen;
-    QUuid m_current;
-    int m_currentIndex = -1; // where the current tab was last, to find its neighbour when it goes
+    Panes m_panes;
+    PaneMemory m_memory;
+    TabDrag m_tabDrag;
+    SeenWatch m_seen;
+    QUuid m_current; // with its index, as last told
+    int m_currentIndex = -1;
     QString m_lastAlias;
     bool m_windowActive = false;
 };

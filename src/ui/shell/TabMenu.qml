@@ -1,0 +1,88 @@
+import QtQuick
+import Vesk.Controls
+import Vesk.Shell
+
+// What can be done with a tab, and where it can go.
+Menu {
+    id: menu
+
+    required property Workspace workspace
+    required property string key
+    required property string title
+
+    readonly property Panes panes: workspace.panes
+
+    signal renameRequested(string key, string title)
+
+    function split(side: int): void {
+        workspace.select(key)
+        workspace.splitCurrent(side)
+    }
+
+    MenuRow {
+        text: "제목 바꾸기…"
+        iconName: "edit"
+        onTriggered: menu.renameRequested(menu.key, menu.title)
+    }
+    MenuLine {}
+    MenuRow {
+        text: "오른쪽으로 나누기"
+        iconName: "split-right"
+        keys: "Ctrl \\"
+        enabled: menu.panes.canSplit(menu.key, Panes.Right)
+        onTriggered: menu.split(Panes.Right)
+    }
+    MenuRow {
+        text: "아래로 나누기"
+        iconName: "split-down"
+        keys: "Ctrl Shift \\"
+        enabled: menu.panes.canSplit(menu.key, Panes.Below)
+        onTriggered: menu.split(Panes.Below)
+    }
+    MenuLine {}
+    TabMoveRow {
+        tabMenu: menu
+        text: "왼쪽 칸으로 옮기기"
+        keys: "Alt Shift ←"
+        side: Panes.Left
+    }
+    TabMoveRow {
+        tabMenu: menu
+        text: "오른쪽 칸으로 옮기기"
+        keys: "Alt Shift →"
+        side: Panes.Right
+    }
+    TabMoveRow {
+        tabMenu: menu
+        text: "위 칸으로 옮기기"
+        keys: "Alt Shift ↑"
+        side: Panes.Above
+    }
+    TabMoveRow {
+        tabMenu: menu
+        text: "아래 칸으로 옮기기"
+        keys: "Alt Shift ↓"
+        side: Panes.Below
+    }
+    MenuRow {
+        text: "탭을 왼쪽으로"
+        iconName: "list"
+        keys: "Ctrl Shift PgUp"
+        enabled: menu.panes.canShift(menu.key, -1)
+        onTriggered: menu.panes.shift(menu.key, -1)
+    }
+    MenuRow {
+        text: "탭을 오른쪽으로"
+        iconName: "list"
+        keys: "Ctrl Shift PgDn"
+        enabled: menu.panes.canShift(menu.key, 1)
+        onTriggered: menu.panes.shift(menu.key, 1)
+    }
+    MenuLine {}
+    MenuRow {
+        text: "세션 닫기"
+        iconName: "close"
+        keys: "Ctrl W"
+        onTriggered: menu.workspace.requestClose(menu.key)
+    }
+}
