@@ -93,6 +93,8 @@ bool isLinkable(QStringView address)
     if (scheme.compare(u"http", Qt::CaseInsensitive) == 0
         || scheme.compare(u"https", Qt::CaseInsensitive) == 0)
         return address.mid(colon + 1).startsWith(u"//");
+    if (scheme.compare(u"file", Qt::CaseInsensitive) == 0)
+        return address.size() > colon + 1;
     return isFileWithLine(scheme, address.mid(colon + 1));
 }
 

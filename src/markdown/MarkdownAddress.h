@@ -9,8 +9,8 @@ namespace Vesk::MarkdownAddress
 
 inline constexpr qsizetype maxLength = 2048; ///< code units; longer addresses are shown, not linked
 
-/** Whether an address may become a link: http, https, or a path of a file, also one with line numbers behind
- * it. */
+/** Whether an address may become a link: http, https, file, or a path, also one with line numbers behind it.
+ */
 [[nodiscard]] bool isLinkable(QStringView address);
 
 /** An address in running text. */

@@ -118,8 +118,8 @@ private Q_SLOTS:
         row("script address", u"[x](javascript:alert(1))"_s, u"x (javascript:alert(1))"_s);
         row("hidden scheme", u"[x](<java&#9;script:a> 't') [y](JaVaScRiPt&colon;a)"_s,
             u"x (java\tscript:a) <a href=\"JaVaScRiPt&amp;colon;a\">y</a>"_s);
-        row("other schemes", u"[x](data:text/html,a) [y](file:///etc/passwd) [z](//host/a) [w](#top)"_s,
-            u"x (data:text/html,a) y (file:///etc/passwd) z (//host/a) w (#top)"_s);
+        row("other schemes", u"[x](data:text/html,a) [y](ftp://a/b) [z](//host/a) [w](#top)"_s,
+            u"x (data:text/html,a) y (ftp://a/b) z (//host/a) w (#top)"_s);
         row("mail", u"<a@b.kr> [m](mailto:a@b.kr)"_s, u"a@b.kr m (mailto:a@b.kr)"_s);
         row("empty link", u"[](https://x.y)"_s, u"<a href=\"https://x.y\">https://x.y</a>"_s);
         row("reference link", u"[a][r]\n\n[r]: https://x.y 'title'"_s, u"<a href=\"https://x.y\">a</a>"_s);
