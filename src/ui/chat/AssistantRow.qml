@@ -10,7 +10,7 @@ Item {
 
     readonly property real inset: row.isError ? 14 : 2
 
-    signal linkActivated(string link)
+    signal linkChosen(string link, string html)
 
     implicitHeight: Math.max(body.height, waiting.visible ? waiting.height : 0)
     Accessible.role: Accessible.ListItem
@@ -31,7 +31,7 @@ Item {
         width: item.width - item.inset
         blocks: item.row.blocks
         caret: item.row.growing
-        onLinkActivated: link => item.linkActivated(link)
+        onLinkChosen: (link, html) => item.linkChosen(link, html)
     }
     Item {
         id: waiting

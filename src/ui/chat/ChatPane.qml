@@ -12,7 +12,6 @@ FocusScope {
     property bool active: false
 
     signal openAuditLog()
-    signal openLink(string link)
 
     Accessible.role: Accessible.Pane
     Accessible.name: chat ? chat.title : ""
@@ -44,6 +43,21 @@ FocusScope {
                 composer.focusEditor()
         }
     }
+    Loader {
+        id: linkSheet
+        onLoaded: (item as Dialog).open()
+
+        Connections {
+            target: view.links
+            function onStopped(): void {
+                linkSheet.setSource(Qt.resolvedUrl("LinkSheet.qml"), { links: view.links })
+            }
+        }
+        Connections {
+            target: linkSheet.item as Dialog
+            function onClosed(): void { linkSheet.source = "" }
+        }
+    }
     Rectangle {
         anchors.fill: parent
         color: Theme.canvas
@@ -66,7 +80,6 @@ FocusScope {
             Layout.fillWidth: true
             Layout.fillHeight: true
             view: view
-            onOpenLink: link => pane.openLink(link)
         }
         PromptArea {
             Layout.fillWidth: true

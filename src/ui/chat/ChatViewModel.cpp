@@ -29,6 +29,7 @@ void ChatViewModel::setChat(ProjectChat *chat)
     m_pending.setChat(chat);
     m_notices.setChat(chat);
     m_composer.setChat(chat);
+    m_links.setProjectFolder(chat ? chat->cwd() : QString());
     if (m_chat) {
         connect(m_chat, &ProjectChat::composerFocusTokenChanged, this, &ChatViewModel::focusComposer);
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "sessions/ProjectChat.h"
+#include "ui/chat/ChatLinks.h"
 #include "ui/chat/ComposerModel.h"
 #include "ui/chat/NoticeList.h"
 #include "ui/chat/PendingSends.h"
@@ -38,6 +39,7 @@ class ChatViewModel : public QObject
     Q_PROPERTY(Vesk::PendingSends *pending READ pending CONSTANT)
     Q_PROPERTY(Vesk::NoticeList *notices READ notices CONSTANT)
     Q_PROPERTY(Vesk::ComposerModel *composer READ composer CONSTANT)
+    Q_PROPERTY(Vesk::ChatLinks *links READ links CONSTANT)
     Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY isEmptyChanged)
 
 public:
@@ -54,6 +56,7 @@ public:
     [[nodiscard]] PendingSends *pending() { return &m_pending; }
     [[nodiscard]] NoticeList *notices() { return &m_notices; }
     [[nodiscard]] ComposerModel *composer() { return &m_composer; }
+    [[nodiscard]] ChatLinks *links() { return &m_links; }
     /** The timeline has no row. */
     [[nodiscard]] bool isEmpty() const { return m_isEmpty; }
 
@@ -73,6 +76,7 @@ private:
     PendingSends m_pending;
     NoticeList m_notices;
     ComposerModel m_composer;
+    ChatLinks m_links;
     bool m_isEmpty = true;
 };
 

@@ -37,7 +37,7 @@ Item {
         return listDepth > 0 && tight ? 3 : 8
     }
 
-    signal linkActivated(string link)
+    signal linkChosen(string link, string html)
     signal copyRequested()
 
     implicitHeight: gap + content.height
@@ -89,7 +89,7 @@ Item {
                 font: !isTitle ? Theme.reading : block.level === 1 ? Theme.issueTitle : Theme.readingBold
                 color: block.quoteDepth > 0 ? Theme.text2 : Theme.text
                 caret: block.showsCaret
-                onLinkActivated: link => block.linkActivated(link)
+                onLinkChosen: link => block.linkChosen(link, block.html)
             }
         }
         Repeater {
@@ -112,7 +112,7 @@ Item {
                 alignments: block.alignments
                 cells: block.cells
                 dropped: block.droppedCells
-                onLinkActivated: link => block.linkActivated(link)
+                onLinkChosen: (link, html) => block.linkChosen(link, html)
             }
         }
         Repeater {

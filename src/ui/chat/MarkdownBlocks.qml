@@ -11,7 +11,7 @@ Column {
     required property MarkdownBlockModel blocks
     property bool caret: false
 
-    signal linkActivated(string link)
+    signal linkChosen(string link, string html)
 
     Repeater {
         model: column.blocks
@@ -19,7 +19,7 @@ Column {
         MarkdownBlock {
             width: column.width
             showsCaret: column.caret && isLast
-            onLinkActivated: link => column.linkActivated(link)
+            onLinkChosen: (link, html) => column.linkChosen(link, html)
             onCopyRequested: column.blocks.copyBlock(index)
         }
     }

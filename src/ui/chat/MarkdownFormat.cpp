@@ -1,5 +1,6 @@
 #include "ui/chat/MarkdownFormat.h"
 
+#include "markdown/ChatLinkPolicy.h"
 #include "markdown/MarkdownStyle.h"
 
 #include <QFontInfo>
@@ -25,6 +26,11 @@ QString MarkdownFormat::paragraph(const QString &html, const QColor &link, const
 {
     const MarkdownStyle style {link.name(), codeGround.name(), code.families(), QFontInfo(code).pixelSize()};
     return withLineHeight(style.apply(html), lineHeight, QLatin1StringView("normal"));
+}
+
+QString MarkdownFormat::shownAddress(const QString &address)
+{
+    return ChatLinkPolicy::shownAddress(address);
 }
 
 QString MarkdownFormat::codeLines(const QString &text, qreal lineHeight)

@@ -22,6 +22,8 @@ public:
     /** One paragraph with lines at least `lineHeight` high. */
     Q_INVOKABLE static QString paragraph(const QString &html, const QColor &link, const QColor &codeGround,
                                          const QFont &code, qreal lineHeight);
+    /** An address as a hint beside its link can show it. */
+    Q_INVOKABLE static QString shownAddress(const QString &address);
     /** Code as it was written, with lines at least `lineHeight` high. */
     Q_INVOKABLE static QString codeLines(const QString &text, qreal lineHeight);
 };

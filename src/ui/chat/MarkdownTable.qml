@@ -17,7 +17,7 @@ Column {
 
     readonly property real widestCell: 320
 
-    signal linkActivated(string link)
+    signal linkChosen(string link, string html)
 
     Flickable {
         id: flick
@@ -70,7 +70,7 @@ Column {
                         color: Theme.text
                         wrapMode: Text.Wrap
                         horizontalAlignment: table.alignments[cell.index % table.columns]
-                        onLinkActivated: link => table.linkActivated(link)
+                        onLinkActivated: link => table.linkChosen(link, cell.modelData)
                     }
                 }
             }

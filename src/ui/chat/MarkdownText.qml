@@ -1,7 +1,8 @@
 import QtQuick
 import Vesk.Controls
+import Vesk.Chat
 
-// Text that can be selected and copied, with links.
+// Text that can be selected and copied, with links: by the pointer, or by Tab from one to the next.
 TextEdit {
     id: edit
 
@@ -12,12 +13,15 @@ TextEdit {
     readonly property rect endOfText: caret && length >= 0 && contentHeight >= 0 && width > 0
         ? positionToRectangle(length) : Qt.rect(0, 0, 0, 0)
 
+    signal linkChosen(string link)
+
     text: html
+    onLinkActivated: link => linkChosen(link)
     textFormat: TextEdit.RichText
     readOnly: true
     selectByMouse: true
     selectByKeyboard: true
-    activeFocusOnTab: false
+    activeFocusOnTab: html.includes("<a ")
     wrapMode: TextEdit.Wrap
     font: Theme.reading
     color: Theme.text
@@ -31,8 +35,15 @@ TextEdit {
     }
     HoverTip {
         control: edit
-        wanted: edit.hoveredLink.length > 0
-        text: edit.hoveredLink
+        wanted: text.length > 0
+        text: MarkdownFormat.shownAddress(edit.hoveredLink.length > 0 ? edit.hoveredLink : keys.address)
+    }
+    TextLinks {
+        id: keys
+        item: edit
+        document: edit.textDocument
+        onChosenChanged: (start, end) => edit.select(start, end)
+        onFollowed: address => edit.linkChosen(address)
     }
     Loader {
         x: Math.min(edit.endOfText.x + 2, edit.width - 7)

@@ -10,17 +10,8 @@ Item {
 
     required property ChatViewModel view
 
-    signal openLink(string link)
-
     function scrollToEnd(): void {
         rows.scrollToEnd()
-    }
-
-    function follow(link: string): void {
-        if (link.startsWith("http://") || link.startsWith("https://"))
-            Qt.openUrlExternally(link)
-        else
-            openLink(link)
     }
 
     TimelineView {
@@ -34,12 +25,12 @@ Item {
         delegates: [
             Component {
                 UserRow {
-                    onLinkActivated: link => timeline.follow(link)
+                    onLinkChosen: (link, html) => timeline.view.links.follow(link, html)
                 }
             },
             Component {
                 AssistantRow {
-                    onLinkActivated: link => timeline.follow(link)
+                    onLinkChosen: (link, html) => timeline.view.links.follow(link, html)
                 }
             },
             Component {

@@ -8,7 +8,7 @@ Rectangle {
 
     required property TimelineRow row
 
-    signal linkActivated(string link)
+    signal linkChosen(string link, string html)
 
     implicitHeight: body.height + 16
     radius: Theme.radius
@@ -47,7 +47,7 @@ Rectangle {
             width: parent.width
             visible: item.row.text.length > 0
             blocks: item.row.blocks
-            onLinkActivated: link => item.linkActivated(link)
+            onLinkChosen: (link, html) => item.linkChosen(link, html)
         }
         Flow {
             width: parent.width

@@ -1,7 +1,8 @@
 #include "ui/shell/Desktop.h"
 
+#include "ui/controls/DesktopOpener.h"
+
 #include <QClipboard>
-#include <QDesktopServices>
 #include <QFileInfo>
 #include <QGuiApplication>
 
@@ -16,7 +17,7 @@ void Desktop::copyText(const QString &text) const
 void Desktop::showFolder(const QString &path) const
 {
     const QFileInfo info(path);
-    QDesktopServices::openUrl(QUrl::fromLocalFile(info.isDir() ? path : info.absolutePath()));
+    DesktopOpener::open(QUrl::fromLocalFile(info.isDir() ? path : info.absolutePath()));
 }
 
 QString Desktop::localPath(const QUrl &url) const
