@@ -1,8 +1,7 @@
 #include "claude/StreamLine.h"
 
-#include "base/LineChunker.h"
 #include "claude/JsonRead_p.h"
-#include "claude/JsonRepair_p.h"
+#include "claude/LineParser_p.h"
 #include "claude/StreamRecords_p.h"
 
 #include <utility>
@@ -15,11 +14,6 @@ using simdjson::dom::object;
 
 namespace
 {
-
-static_assert(LineChunker::padding >= static_cast<qsizetype>(simdjson::SIMDJSON_PADDING));
-
-// After a line beyond this the parser gives back the memory that it grew to.
-constexpr std::size_t keptCapacity = 4 * 1024 * 1024;
 
 // By far the most lines are these: their keys are gone over once.
 void readStreamEvent(const object &from, StreamLine &line)
@@ -82,16 +76,7 @@ void readOther(const object &from, std::string_view type, StreamLine &line)
 } // namespace
 
 struct StreamDecoder::Parser {
-    simdjson::dom::parser json;
-
-    std::optional<object> parse(std::string_view line, bool padded)
-    {
-        auto parsed = json.parse(line.data(), line.size(), !padded);
-        if (mayBeBeyondLimits(parsed.error()))
-            parsed = json.parse(withinLimits(line));
-        object root;
-        return parsed.get(root) == simdjson::SUCCESS ? std::optional(root) : std::nullopt;
-    }
+    LineParser lines;
 };
 
 StreamDecoder::StreamDecoder()
@@ -103,11 +88,8 @@ StreamDecoder::~StreamDecoder() = default;
 
 std::optional<StreamLine> StreamDecoder::decode(std::string_view text, bool padded)
 {
-    if (m_parser->json.capacity() > keptCapacity && text.size() <= keptCapacity)
-        m_parser = std::make_unique<Parser>();
-
     std::optional<StreamLine> decoded;
-    const auto root = m_parser->parse(text, padded);
+    const auto root = m_parser->lines.object(text, padded);
     const auto type = root ? viewAt(*root, "type") : std::nullopt;
     if (!type)
         return decoded;

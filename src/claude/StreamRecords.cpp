@@ -154,14 +154,19 @@ StreamTask task(const object &line)
         record.usage = StreamUsage {integerAt(*usage, "total_tokens"), integerAt(*usage, "tool_uses"),
                                     integerAt(*usage, "duration_ms")};
     }
-    if (const auto progress = arrayAt(line, "workflow_progress")) {
-        record.workflowProgress.emplace();
-        for (const element entry : *progress) {
-            if (const auto fields = asObject(entry))
-                record.workflowProgress->append(workflowEntry(*fields));
-        }
-    }
+    if (const auto progress = arrayAt(line, "workflow_progress"))
+        record.workflowProgress = workflowEntries(*progress);
     return record;
+}
+
+QList<StreamWorkflowEntry> workflowEntries(const array &from)
+{
+    QList<StreamWorkflowEntry> entries;
+    for (const element entry : from) {
+        if (const auto fields = asObject(entry))
+            entries.append(workflowEntry(*fields));
+    }
+    return entries;
 }
 
 QHash<QString, StreamModelUsage> modelUsage(const object &from)

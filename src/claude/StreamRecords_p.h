@@ -13,6 +13,8 @@ void readInner(const simdjson::dom::object &event, std::optional<StreamInner> &i
 [[nodiscard]] StreamMessage message(const simdjson::dom::object &from);
 /** From a whole `task_*` line. */
 [[nodiscard]] StreamTask task(const simdjson::dom::object &line);
+/** The entries that are objects. */
+[[nodiscard]] QList<StreamWorkflowEntry> workflowEntries(const simdjson::dom::array &from);
 [[nodiscard]] QHash<QString, StreamModelUsage> modelUsage(const simdjson::dom::object &from);
 /** The tool names of the denials, an empty text for an absent one. */
 [[nodiscard]] QStringList denials(const simdjson::dom::array &from);

@@ -1,0 +1,85 @@
+#include "sessions/ClaudeSessionHistory.h"
+
+#include "claude/TranscriptFolders.h"
+#include "claude/TranscriptTitle.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+
+namespace Vesk::ClaudeSessionHistory
+{
+
+namespace
+{
+
+constexpr QLatin1StringView transcriptSuffix(".jsonl");
+
+QString conversationId(const QString &path)
+{
+    return path.sliced(path.lastIndexOf(u'/') + 1).chopped(transcriptSuffix.size());
+}
+
+} // namespace
+
+QString untitled()
+{
+    return QStringLiteral("(제목 없음)");
+}
+
+QList<ListedFile> transcripts(const QString &root, const QString &cwd)
+{
+    QList<ListedFile> files;
+    for (const QString &folder : TranscriptFolders::existing(root, cwd))
+        files << regularFiles(folder, transcriptSuffix);
+    sortNewestFirst(files);
+    // Of a conversation that lies in two folders, the file that was written last.
+    QSet<QString> ids;
+    files.removeIf([&](const ListedFile &file) {
+        const QString id = conversationId(file.path);
+        const bool known = ids.contains(id);
+        ids.insert(id);
+        return known;
+    });
+    return files;
+}
+
+ResumableSession session(const ListedFile &file, const QString &alias, const QString &cwd,
+                         const std::optional<QString> &title)
+{
+    return {.id = conversationId(file.path),
+            .cwd = cwd,
+            .alias = alias,
+            .title = title.value_or(untitled()),
+            .lastModified = file.modified(),
+            .path = file.path,
+            .size = file.size};
+}
+
+QList<ResumableSession> sessions(const QString &root, const QString &alias, const QString &cwd)
+{
+    QList<ResumableSession> found;
+    TitleScan scan;
+    for (const ListedFile &file : transcripts(root, cwd))
+        found.append(session(file, alias, cwd, quickTitle(file.path, scan)));
+    return found;
+}
+
+bool isDeletableSessionFile(const QString &path, const QString &root)
+{
+    const QString standard = QDir::cleanPath(path);
+    const QFileInfo file(standard);
+    // A link counts as one also when it leads nowhere; exists() would follow it.
+    if (!standard.endsWith(transcriptSuffix) || file.isSymLink() || !file.isFile())
+        return false;
+    const QString realRoot = QFileInfo(root).canonicalFilePath();
+    return !realRoot.isEmpty() && file.canonicalFilePath().startsWith(realRoot + u'/');
+}
+
+bool moveToTrash(const QString &path, const QString &root)
+{
+    return isDeletableSessionFile(path, root) && QFile::moveToTrash(QDir::cleanPath(path));
+}
+
+} // namespace Vesk::ClaudeSessionHistory
