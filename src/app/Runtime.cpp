@@ -21,6 +21,7 @@ Runtime::Runtime(AuditLogger &auditLogger, Preferences &preferences, const Runti
     , m_agentStore({.locator = &locator, .keepAwake = &m_keepAwake, .answerLanguage = [&preferences] {
                         return preferences.answerLanguage();
                     }})
+    , m_resume(m_agentStore, m_catalog, [this](const AuditEvent &event) { log(event); })
 {
     m_agentStore.streamNoteSink = [this](const QString &line) { log(AuditEvent::info(line)); };
 }

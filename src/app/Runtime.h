@@ -9,6 +9,7 @@
 #include "core/ProjectCatalog.h"
 #include "core/SecretStore.h"
 #include "sessions/AgentSessionStore.h"
+#include "sessions/SessionResume.h"
 
 #include <QObject>
 
@@ -50,6 +51,7 @@ public:
     [[nodiscard]] const QList<ProjectCatalogEntry> &catalogEntries() const { return m_catalog.entries(); }
     [[nodiscard]] const QString &catalogPath() const { return m_catalog.storeURL(); }
     [[nodiscard]] AgentSessionStore &agentStore() { return m_agentStore; }
+    [[nodiscard]] SessionResume &resume() { return m_resume; }
     [[nodiscard]] AuditWatch &auditWatch() { return m_auditWatch; }
     [[nodiscard]] AuditLogger &auditLogger() { return m_auditLogger; }
     [[nodiscard]] Preferences &preferences() { return m_preferences; }
@@ -88,6 +90,7 @@ private:
     EnvFileSecretStore m_writableSecrets;
     CompositeSecretStore m_secrets;
     AgentSessionStore m_agentStore;
+    SessionResume m_resume;
     QString m_status = QStringLiteral("stopped");
     QString m_catalogError;
 };

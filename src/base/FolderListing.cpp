@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <memory>
 #include <string_view>
 
@@ -30,12 +31,15 @@ QDateTime ListedFile::modified() const
     return QDateTime::fromMSecsSinceEpoch(modifiedNs / nsPerMs);
 }
 
-QList<ListedFile> regularFiles(const QString &folder, QLatin1StringView suffix)
+Result<QList<ListedFile>> regularFiles(const QString &folder, QLatin1StringView suffix)
 {
-    QList<ListedFile> files;
     const std::unique_ptr<DIR, CloseFolder> open(::opendir(QFile::encodeName(folder).constData()));
-    if (!open)
-        return files;
+    if (!open) {
+        const int error = errno;
+        return failure(error == ENOENT ? ErrorKind::NotFound : ErrorKind::Unreadable,
+                       folder + QStringLiteral(": ") + qt_error_string(error));
+    }
+    QList<ListedFile> files;
     const std::string_view ending(suffix.data(), static_cast<std::size_t>(suffix.size()));
     while (const dirent *entry = ::readdir(open.get())) {
         const std::string_view name(entry->d_name);

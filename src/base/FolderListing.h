@@ -1,6 +1,8 @@
 // The plain files of a folder, each with what tells whether it has changed since.
 #pragma once
 
+#include "base/Result.h"
+
 #include <QDateTime>
 #include <QList>
 #include <QString>
@@ -23,9 +25,10 @@ struct ListedFile {
 
 /**
  * The regular files of a folder whose names end in `suffix` (as in ".json"), hidden ones included, in no order.
- * Links, folders and files that vanish meanwhile are left out; a folder that cannot be read gives none.
+ * Links, folders and files that vanish meanwhile are left out. NotFound for a missing folder, Unreadable for one
+ * that cannot be listed.
  */
-[[nodiscard]] QList<ListedFile> regularFiles(const QString &folder, QLatin1StringView suffix);
+[[nodiscard]] Result<QList<ListedFile>> regularFiles(const QString &folder, QLatin1StringView suffix);
 
 /** Newest first; of the same age by path, so that the order is always the same. */
 void sortNewestFirst(QList<ListedFile> &files);

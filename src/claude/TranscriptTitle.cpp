@@ -201,14 +201,14 @@ std::optional<QString> TitleScan::finish()
     return m_written ? m_written : m_candidate;
 }
 
-std::optional<QString> quickTitle(const QString &path, TitleScan &scan, const std::atomic<bool> *cancelled)
+std::optional<QString> quickTitle(const QString &path, TitleScan &scan, const std::function<bool()> &isCancelled)
 {
     scan.reset();
     // O_NONBLOCK: never waits for the writer of what has meanwhile become a pipe.
     const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (file < 0)
         return std::nullopt;
-    while (!cancelled || !cancelled->load(std::memory_order_relaxed)) {
+    while (!isCancelled || !isCancelled()) {
         const ssize_t count = ::read(file, scan.room(), TitleScan::chunkBytes);
         if (count < 0 && errno == EINTR)
             continue;

@@ -4,7 +4,7 @@
 #include <QByteArray>
 #include <QString>
 
-#include <atomic>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -63,9 +63,9 @@ private:
 };
 
 /** The title of a transcript file; absent without one. An input error ends the scan with what it has, and so
-    does `cancelled`. */
+    does `isCancelled`, asked once a chunk. */
 [[nodiscard]] std::optional<QString> quickTitle(const QString &path, TitleScan &scan,
-                                                const std::atomic<bool> *cancelled = nullptr);
+                                                const std::function<bool()> &isCancelled = {});
 [[nodiscard]] std::optional<QString> quickTitle(const QString &path);
 
 /** What the person said first, as a title; absent without it, and beyond `maxTranscriptBytes`. */

@@ -31,23 +31,56 @@ ProjectChat *AgentSessionStore::session(const QUuid &id) const
     return found == m_sessions.cend() ? nullptr : *found;
 }
 
+ProjectChat *AgentSessionStore::conversation(const QString &conversationId) const
+{
+    const auto found = std::find_if(m_sessions.cbegin(), m_sessions.cend(), [&](const ProjectChat *chat) {
+        return chat->sessionId() == conversationId || chat->resumedSessionId() == conversationId;
+    });
+    return found == m_sessions.cend() ? nullptr : *found;
+}
+
 ProjectChat *AgentSessionStore::newSession(const ProjectCatalogEntry &entry, bool includeLocalSettings,
                                            const std::optional<ClaudeProjectSettings> &defaults)
 {
     const QString title = QStringLiteral("Session %1").arg(sessions(entry.alias).size() + 1);
-    auto *chat = new ProjectChat(QUuid::createUuid(), entry.alias, entry.path, title,
+    ProjectChat *chat =
+        makeSession(entry.alias, entry.path, title,
+                    defaults ? *defaults
+                             : ClaudeSettingsResolver::resolve(entry.path, QDir::homePath(),
+                                                               includeLocalSettings));
+    UsageRecorder::record(FeatureSignal::SessionStarted);
+    add(chat);
+    return chat;
+}
+
+ProjectChat *AgentSessionStore::resumeSession(const ResumableSession &session, const PastConversation &past)
+{
+    ProjectChat *chat = makeSession(session.alias, session.cwd, past.title,
+                                    ClaudeSettingsResolver::resolve(session.cwd, QDir::homePath(), true));
+    chat->seedResume(session.id, past.messages, past.workflows.tasks);
+    chat->seedRestoredContext(past.context);
+    UsageRecorder::record(FeatureSignal::SessionResumed);
+    add(chat);
+    return chat;
+}
+
+ProjectChat *AgentSessionStore::makeSession(const QString &alias, const QString &path, const QString &title,
+                                            const ClaudeProjectSettings &settings)
+{
+    auto *chat = new ProjectChat(QUuid::createUuid(), alias, path, title,
                                  resolveEnv ? resolveEnv() : QHash<QString, QString>(), m_services, this);
-    chat->applyProjectDefaults(
-        defaults ? *defaults
-                 : ClaudeSettingsResolver::resolve(entry.path, QDir::homePath(), includeLocalSettings));
+    chat->applyProjectDefaults(settings);
     chat->onStreamNote = [this](const QString &line) {
         if (streamNoteSink)
             streamNoteSink(line);
     };
-    UsageRecorder::record(FeatureSignal::SessionStarted);
+    return chat;
+}
+
+void AgentSessionStore::add(ProjectChat *chat)
+{
     m_sessions.append(chat);
     Q_EMIT sessionAdded(chat);
-    return chat;
 }
 
 void AgentSessionStore::remove(const QUuid &id)

@@ -3,6 +3,7 @@
 
 #include "claude/ClaudeSettings.h"
 #include "core/ProjectCatalog.h"
+#include "sessions/PastConversation.h"
 #include "sessions/ProjectChat.h"
 
 #include <QHash>
@@ -39,6 +40,11 @@ public:
     ProjectChat *newSession(const ProjectCatalogEntry &entry, bool includeLocalSettings = true,
                             const std::optional<ClaudeProjectSettings> &defaults = std::nullopt);
 
+    /** The open session that was resumed from this conversation or has it now; null without one. */
+    [[nodiscard]] ProjectChat *conversation(const QString &conversationId) const;
+    /** Opens a session on a past conversation, with what was read of it. */
+    ProjectChat *resumeSession(const ResumableSession &session, const PastConversation &past);
+
     /** Takes sessions out; each is deleted when control returns to the event loop. They are not stopped
      * first. */
     void remove(const QUuid &id);
@@ -49,6 +55,10 @@ Q_SIGNALS:
     void sessionAboutToBeRemoved(Vesk::ProjectChat *chat);
 
 private:
+    ProjectChat *makeSession(const QString &alias, const QString &path, const QString &title,
+                             const ClaudeProjectSettings &settings);
+    void add(ProjectChat *chat);
+
     SessionServices m_services;
     QList<ProjectChat *> m_sessions;
 };

@@ -222,6 +222,12 @@ void BackgroundTasks::finalizeSubagentsFromToolResults(const QList<StreamContent
         Q_EMIT tasksChanged();
 }
 
+void BackgroundTasks::reset(QList<BackgroundTask> tasks)
+{
+    m_tasks = std::move(tasks);
+    Q_EMIT tasksChanged();
+}
+
 void BackgroundTasks::failRunning()
 {
     bool ended = false;

@@ -72,6 +72,8 @@ public:
     /** Tool results: a sub-agent in the foreground ends with its own. */
     void finalizeSubagentsFromToolResults(const QList<StreamContent> &blocks);
 
+    /** Puts finished work of an earlier child in the place of everything. */
+    void reset(QList<BackgroundTask> tasks);
     /** The child is gone, and with it what it still ran. */
     void failRunning();
     /** A new child starts: only restored tasks, which describe finished work, stay. */

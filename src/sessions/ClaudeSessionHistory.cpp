@@ -28,21 +28,25 @@ QString untitled()
     return QStringLiteral("(제목 없음)");
 }
 
-QList<ListedFile> transcripts(const QString &root, const QString &cwd)
+Listing transcripts(const QString &root, const QString &cwd)
 {
-    QList<ListedFile> files;
-    for (const QString &folder : TranscriptFolders::existing(root, cwd))
-        files << regularFiles(folder, transcriptSuffix);
-    sortNewestFirst(files);
+    Listing listing;
+    for (const QString &folder : TranscriptFolders::existing(root, cwd)) {
+        if (const auto files = regularFiles(folder, transcriptSuffix))
+            listing.files << *files;
+        else if (files.error().kind != ErrorKind::NotFound)
+            listing.unreadable << files.error().text;
+    }
+    sortNewestFirst(listing.files);
     // Of a conversation that lies in two folders, the file that was written last.
     QSet<QString> ids;
-    files.removeIf([&](const ListedFile &file) {
+    listing.files.removeIf([&](const ListedFile &file) {
         const QString id = conversationId(file.path);
         const bool known = ids.contains(id);
         ids.insert(id);
         return known;
     });
-    return files;
+    return listing;
 }
 
 ResumableSession session(const ListedFile &file, const QString &alias, const QString &cwd,
@@ -61,7 +65,7 @@ QList<ResumableSession> sessions(const QString &root, const QString &alias, cons
 {
     QList<ResumableSession> found;
     TitleScan scan;
-    for (const ListedFile &file : transcripts(root, cwd))
+    for (const ListedFile &file : transcripts(root, cwd).files)
         found.append(session(file, alias, cwd, quickTitle(file.path, scan)));
     return found;
 }

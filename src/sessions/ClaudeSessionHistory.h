@@ -8,6 +8,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 namespace Vesk
 {
@@ -34,14 +35,19 @@ inline constexpr int resumedRows = 80;
 /** What a conversation without a title is called. */
 [[nodiscard]] QString untitled();
 
-/** The transcripts of a project, newest first, each conversation once. No title has been read. */
-[[nodiscard]] QList<ListedFile> transcripts(const QString &root, const QString &cwd);
+struct Listing {
+    QList<ListedFile> files; ///< newest first, each conversation once
+    QStringList unreadable;  ///< folders that could not be listed, each with the reason
+};
+
+/** The transcripts of a project. No title has been read. */
+[[nodiscard]] Listing transcripts(const QString &root, const QString &cwd);
 
 /** The record of a listed transcript; an absent title becomes untitled(). */
 [[nodiscard]] ResumableSession session(const ListedFile &file, const QString &alias, const QString &cwd,
                                        const std::optional<QString> &title);
 
-/** The project's conversations, newest first. Reads every title: a list that grows is SessionScan's. */
+/** The project's conversations, newest first. Reads every title: SessionScan does not wait for them. */
 [[nodiscard]] QList<ResumableSession> sessions(const QString &root, const QString &alias, const QString &cwd);
 
 /** The rows of a transcript, as trimmed() leaves them. Empty for a file that cannot be read or is beyond

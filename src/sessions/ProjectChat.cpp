@@ -68,6 +68,22 @@ void ProjectChat::setTitle(const QString &title)
     Q_EMIT titleChanged();
 }
 
+void ProjectChat::seedResume(const QString &sessionId, QList<ChatMessage> messages,
+                             QList<BackgroundTask> backgroundTasks)
+{
+    m_sessionId = sessionId;
+    m_resumedSessionId = sessionId;
+    m_transcript.reset(std::move(messages));
+    if (!backgroundTasks.isEmpty())
+        m_backgroundTasks.reset(std::move(backgroundTasks));
+}
+
+void ProjectChat::seedRestoredContext(const std::optional<ContextLive> &live)
+{
+    m_contextLive = live;
+    Q_EMIT outcomeChanged();
+}
+
 void ProjectChat::setModel(ClaudeModel model)
 {
     if (m_model == model)

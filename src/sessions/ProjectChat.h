@@ -133,6 +133,8 @@ public:
     {
         return m_sessionId;
     } ///< the agent's conversation id, empty when absent
+    /** The conversation that this session was opened on; empty for a new one. */
+    [[nodiscard]] const QString &resumedSessionId() const { return m_resumedSessionId; }
     [[nodiscard]] bool childIsRunning() const;
 
     /** The mode of the live child when it is not the chosen one; shown as drift. */
@@ -151,6 +153,11 @@ public:
     void respondToQuestion(const QList<QuestionAnswer> &answers);
     void appendSystemNote(const QString &text);
     void applyProjectDefaults(const ClaudeProjectSettings &settings);
+    /** Before the first turn of a session on a past conversation: what was said, and what its workflows left. The
+        first turn then continues it. */
+    void seedResume(const QString &sessionId, QList<ChatMessage> messages,
+                    QList<BackgroundTask> backgroundTasks);
+    void seedRestoredContext(const std::optional<ContextLive> &live);
     bool addAttachment(const QString &path);
     void removeAttachment(const QString &path);
     void cancelPendingLocalSends();
@@ -282,6 +289,7 @@ private:
 
     // What the child told of itself and of the last run.
     QString m_sessionId;
+    QString m_resumedSessionId;
     bool m_interruptAvailable = false;
     QStringList m_slashCommands;
     RunOutcome m_outcome;

@@ -15,7 +15,7 @@ QString folderOf(const QString &transcriptPath)
 
 Restored restore(const QString &directory)
 {
-    QList<ListedFile> files = regularFiles(directory, QLatin1StringView(".json"));
+    QList<ListedFile> files = regularFiles(directory, QLatin1StringView(".json")).value_or(QList<ListedFile>());
     sortNewestFirst(files);
     Restored restored;
     if (files.size() > maxFiles) {

@@ -1,0 +1,100 @@
+#include "sessions/SessionResume.h"
+
+#include "base/PoolWork.h"
+#include "claude/TranscriptFolders.h"
+#include "core/ProjectCatalog.h"
+#include "sessions/AgentSessionStore.h"
+#include "sessions/PastConversation.h"
+
+#include <QDir>
+
+namespace Vesk
+{
+
+SessionResume::SessionResume(AgentSessionStore &store, const ProjectCatalog &catalog, Log log, QObject *parent)
+    : QObject(parent)
+    , m_store(store)
+    , m_catalog(catalog)
+    , m_log(std::move(log))
+{
+}
+
+QString SessionResume::historyRoot()
+{
+    return TranscriptFolders::root(QDir::homePath());
+}
+
+void SessionResume::resumeSession(const ResumableSession &session, QObject *context, Done done)
+{
+    if (ProjectChat *chat = m_store.conversation(session.id)) {
+        refreshUntitledResumeTitle(chat, session);
+        done(chat);
+        return;
+    }
+    if (!m_catalog.entry(session.alias)) {
+        done(nullptr);
+        return;
+    }
+    QList<Waiter> &waiters = m_loading[session.id];
+    waiters.append({context, std::move(done)});
+    if (waiters.size() > 1)
+        return;
+    workOnPool(
+        this, [session] { return readPastConversation(session); },
+        [this, session](const PastConversation &past) {
+            const QList<Waiter> waiting = m_loading.take(session.id);
+            ProjectChat *chat = open(session, past);
+            for (const Waiter &waiter : waiting) {
+                if (waiter.context)
+                    waiter.done(chat);
+            }
+        });
+}
+
+ProjectChat *SessionResume::open(const ResumableSession &session, const PastConversation &past)
+{
+    // Both may have changed while the files were read.
+    if (ProjectChat *chat = m_store.conversation(session.id))
+        return chat;
+    if (!m_catalog.entry(session.alias))
+        return nullptr;
+    ProjectChat *chat = m_store.resumeSession(session, past);
+    QString line = QStringLiteral("resumed session '%1' as %2 (%3 msgs)")
+                       .arg(session.id, chat->id().toString(QUuid::WithoutBraces))
+                       .arg(past.messages.size());
+    if (const auto &workflows = past.workflows; !workflows.tasks.isEmpty() || workflows.skipped > 0)
+        line += QStringLiteral(" · workflows %1 restored, %2 skipped")
+                    .arg(workflows.tasks.size())
+                    .arg(workflows.skipped);
+    m_log(AuditEvent::info(line));
+    return chat;
+}
+
+void SessionResume::refreshUntitledResumeTitle(ProjectChat *chat, const ResumableSession &session)
+{
+    if (chat->title() != ClaudeSessionHistory::untitled())
+        return;
+    workOnPool(
+        chat, [session, rows = chat->messages().rows()] { return resolveResumeTitle(session, rows); },
+        [chat](const QString &title) {
+            if (chat->title() == ClaudeSessionHistory::untitled())
+                chat->setTitle(title);
+        });
+}
+
+ResumeDeleteOutcome SessionResume::deleteResumableSession(const ResumableSession &session)
+{
+    if (m_store.conversation(session.id) || m_loading.contains(session.id)) {
+        m_log(AuditEvent::info(QStringLiteral("delete blocked (open tab): session '%1'").arg(session.id)));
+        return ResumeDeleteOutcome::Blocked;
+    }
+    if (ClaudeSessionHistory::moveToTrash(session.path, historyRoot())) {
+        m_log(AuditEvent::info(QStringLiteral("trashed session '%1'").arg(session.id)));
+        return ResumeDeleteOutcome::Deleted;
+    }
+    m_log(AuditEvent::systemError(
+        QStringLiteral("delete failed: session '%1' (%2)").arg(session.id, session.path)));
+    return ResumeDeleteOutcome::Failed;
+}
+
+} // namespace Vesk

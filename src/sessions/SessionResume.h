@@ -1,0 +1,63 @@
+// Taking up conversations of the past, and throwing them away.
+#pragma once
+
+#include "core/AuditEvent.h"
+#include "sessions/ClaudeSessionHistory.h"
+
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+
+#include <functional>
+
+namespace Vesk
+{
+
+class AgentSessionStore;
+class ProjectCatalog;
+class ProjectChat;
+struct PastConversation;
+
+enum class ResumeDeleteOutcome {
+    Deleted,
+    Blocked, ///< a session is open on it: its file would be pulled from under the agent
+    Failed,
+};
+
+/** The one place where a conversation becomes an open session again. Main thread; files are read on the pool. */
+class SessionResume : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Log = std::function<void(const AuditEvent &event)>;
+    using Done = std::function<void(ProjectChat *chat)>;
+
+    SessionResume(AgentSessionStore &store, const ProjectCatalog &catalog, Log log, QObject *parent = nullptr);
+
+    /** The folder of all transcripts. */
+    [[nodiscard]] static QString historyRoot();
+
+    /** Opens the conversation, or finds the session that is open on it, and calls `done` with it: with null when
+        its project is gone. `done` is not called once `context` is. */
+    void resumeSession(const ResumableSession &session, QObject *context, Done done);
+
+    /** Moves the transcript to the Trash. */
+    [[nodiscard]] ResumeDeleteOutcome deleteResumableSession(const ResumableSession &session);
+
+private:
+    struct Waiter {
+        QPointer<QObject> context;
+        Done done;
+    };
+
+    [[nodiscard]] ProjectChat *open(const ResumableSession &session, const PastConversation &past);
+    void refreshUntitledResumeTitle(ProjectChat *chat, const ResumableSession &session);
+
+    AgentSessionStore &m_store;
+    const ProjectCatalog &m_catalog;
+    Log m_log;
+    QHash<QString, QList<Waiter>> m_loading; // by conversation id: one is read once, however often it is asked for
+};
+
+} // namespace Vesk
