@@ -20,29 +20,43 @@ using namespace Vesk;
 constexpr int transcriptCount = 1000;
 constexpr qsizetype transcriptBytes = 1024 * 1024;
 
-/** A conversation as the agent keeps it: messages, tools with output, and the title only when it is long over,
-    so that every byte has to be looked at. */
+/** A conversation as the agent keeps it: messages, tools with output, and the title only when it is long
+   over, so that every byte has to be looked at. */
 QByteArray transcript(int number)
 {
     const QByteArray id = QByteArray::number(number);
-    const QByteArray common = R"("parentUuid":"5f0c6a0e","isSidechain":false,"userType":"external","cwd":"/src/bench",)"
-                              R"("sessionId":"c)" + id + R"(","version":"2.1.0","gitBranch":"main",)";
-    QByteArray text = R"({"type":"mode","mode":"default"})" "\n" R"({"type":"user",)" + common
-        + R"("message":{"role":"user","content":"결제 웹훅 )" + id
-        + R"(번을 고쳐줘"},"timestamp":"2026-11-20T09:00:00.000Z"})" "\n";
+    const QByteArray common =
+        R"("parentUuid":"5f0c6a0e","isSidechain":false,"userType":"external","cwd":"/src/bench",)"
+        R"("sessionId":"c)"
+        + id + R"(","version":"2.1.0","gitBranch":"main",)";
+    QByteArray text = R"({"type":"mode","mode":"default"})"
+                      "\n"
+                      R"({"type":"user",)"
+        + common + R"("message":{"role":"user","content":"결제 웹훅 )" + id
+        + R"(번을 고쳐줘"},"timestamp":"2026-11-20T09:00:00.000Z"})"
+          "\n";
     QByteArray output;
     for (int line = 0; line < 40; ++line)
-        output += "src/billing/Webhook" + QByteArray::number(line) + R"(.cpp:120:  if (event.isTitle()) return \"이미 처리함\";\n)";
+        output += "src/billing/Webhook" + QByteArray::number(line)
+            + R"(.cpp:120:  if (event.isTitle()) return \"이미 처리함\";\n)";
     for (int call = 0; text.size() < transcriptBytes; ++call) {
         const QByteArray use = "toolu_" + QByteArray::number(call);
         text += R"({"type":"assistant",)" + common
             + R"("message":{"model":"m","role":"assistant","content":[{"type":"text","text":"다음 파일을 읽습니다."},)"
-              R"({"type":"tool_use","id":")" + use + R"(","name":"Grep","input":{"pattern":"isTitle"}}],)"
-              R"("usage":{"input_tokens":12,"output_tokens":80}},"timestamp":"2026-11-20T09:00:01.000Z"})" "\n";
-        text += R"({"type":"user",)" + common + R"("message":{"role":"user","content":[{"type":"tool_result","tool_use_id":")"
-            + use + R"(","content":")" + output + R"("}]},"timestamp":"2026-11-20T09:00:02.000Z"})" "\n";
+              R"({"type":"tool_use","id":")"
+            + use
+            + R"(","name":"Grep","input":{"pattern":"isTitle"}}],)"
+              R"("usage":{"input_tokens":12,"output_tokens":80}},"timestamp":"2026-11-20T09:00:01.000Z"})"
+              "\n";
+        text += R"({"type":"user",)" + common
+            + R"("message":{"role":"user","content":[{"type":"tool_result","tool_use_id":")" + use
+            + R"(","content":")" + output
+            + R"("}]},"timestamp":"2026-11-20T09:00:02.000Z"})"
+              "\n";
     }
-    return text + R"({"type":"ai-title","aiTitle":"결제 웹훅 )" + id + R"("})" "\n";
+    return text + R"({"type":"ai-title","aiTitle":"결제 웹훅 )" + id
+        + R"("})"
+          "\n";
 }
 
 /** Lists everything; how many conversations have their written title. */

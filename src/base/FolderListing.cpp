@@ -43,7 +43,8 @@ Result<QList<ListedFile>> regularFiles(const QString &folder, QLatin1StringView 
     const std::string_view ending(suffix.data(), static_cast<std::size_t>(suffix.size()));
     while (const dirent *entry = ::readdir(open.get())) {
         const std::string_view name(entry->d_name);
-        struct stat status {};
+        struct stat status {
+        };
         if (name.size() <= ending.size() || !name.ends_with(ending)
             || ::fstatat(::dirfd(open.get()), entry->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0
             || !S_ISREG(status.st_mode))

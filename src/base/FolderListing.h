@@ -24,9 +24,9 @@ struct ListedFile {
 };
 
 /**
- * The regular files of a folder whose names end in `suffix` (as in ".json"), hidden ones included, in no order.
- * Links, folders and files that vanish meanwhile are left out. NotFound for a missing folder, Unreadable for one
- * that cannot be listed.
+ * The regular files of a folder whose names end in `suffix` (as in ".json"), hidden ones included, in no
+ * order. Links, folders and files that vanish meanwhile are left out. NotFound for a missing folder,
+ * Unreadable for one that cannot be listed.
  */
 [[nodiscard]] Result<QList<ListedFile>> regularFiles(const QString &folder, QLatin1StringView suffix);
 

@@ -13,7 +13,8 @@
 namespace Vesk
 {
 
-/** Keeps its memory from line to line, but not that of a huge one. What it returns holds until the next call. */
+/** Keeps its memory from line to line, but not that of a huge one. What it returns holds until the next call.
+ */
 class LineParser
 {
 public:

@@ -1,4 +1,5 @@
-// The lines of a transcript, the file in which the agent program keeps a conversation: one JSON object a line.
+// The lines of a transcript, the file in which the agent program keeps a conversation: one JSON object a
+// line.
 #pragma once
 
 #include "claude/StreamLine.h"
@@ -20,8 +21,8 @@ struct TranscriptLine {
     std::optional<QString> aiTitle;
     QDateTime timestamp; ///< invalid when absent
     bool isSidechain = false;
-    /** What was said: of a `user` line its bare text or its text blocks, of an `assistant` line its text blocks,
-        joined by newlines. Absent when there are none, as on a line of tool results. */
+    /** What was said: of a `user` line its bare text or its text blocks, of an `assistant` line its text
+       blocks, joined by newlines. Absent when there are none, as on a line of tool results. */
     std::optional<QString> text;
     StreamMessage message; ///< of `user` and `assistant` lines
 };
@@ -34,8 +35,8 @@ public:
     ~TranscriptDecoder();
     Q_DISABLE_COPY_MOVE(TranscriptDecoder)
 
-    /** The record, or absent when the line is no JSON object. `padded` tells that LineChunker::padding readable
-        bytes lie behind the view. */
+    /** The record, or absent when the line is no JSON object. `padded` tells that LineChunker::padding
+       readable bytes lie behind the view. */
     [[nodiscard]] std::optional<TranscriptLine> decode(std::string_view line, bool padded = false);
 
 private:

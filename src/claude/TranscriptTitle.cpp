@@ -34,9 +34,9 @@ const char *findTitleKey(const char *at, const char *end)
     for (; end - at >= block + length; at += block) {
         unsigned char found = 0;
         for (std::ptrdiff_t i = 0; i < block; ++i)
-            found |= static_cast<unsigned char>(
-                static_cast<unsigned char>(at[i + 2] == 'i') & static_cast<unsigned char>(at[i + 3] == 'T')
-                & static_cast<unsigned char>(at[i + 4] == 'i'));
+            found |= static_cast<unsigned char>(static_cast<unsigned char>(at[i + 2] == 'i')
+                                                & static_cast<unsigned char>(at[i + 3] == 'T')
+                                                & static_cast<unsigned char>(at[i + 4] == 'i'));
         if (found == 0)
             continue;
         const std::string_view piece(at, static_cast<std::size_t>(block + length - 1));
@@ -85,7 +85,8 @@ void TitleScan::reset()
 char *TitleScan::room()
 {
     if (m_begin > 0) { // at most once for each line: afterwards it only grows
-        std::memmove(m_buffer.data(), m_buffer.constData() + m_begin, static_cast<std::size_t>(m_end - m_begin));
+        std::memmove(m_buffer.data(), m_buffer.constData() + m_begin,
+                     static_cast<std::size_t>(m_end - m_begin));
         m_end -= m_begin;
         m_looked -= m_begin;
         m_begin = 0;
@@ -201,7 +202,8 @@ std::optional<QString> TitleScan::finish()
     return m_written ? m_written : m_candidate;
 }
 
-std::optional<QString> quickTitle(const QString &path, TitleScan &scan, const std::function<bool()> &isCancelled)
+std::optional<QString> quickTitle(const QString &path, TitleScan &scan,
+                                  const std::function<bool()> &isCancelled)
 {
     scan.reset();
     // O_NONBLOCK: never waits for the writer of what has meanwhile become a pipe.

@@ -53,10 +53,10 @@ private:
     void dropReadLines();
 
     std::unique_ptr<Parser> m_parser;
-    QByteArray m_buffer;    // [m_begin, m_end) is what has not been read; padding lies behind it
+    QByteArray m_buffer; // [m_begin, m_end) is what has not been read; padding lies behind it
     qsizetype m_begin = 0;
     qsizetype m_end = 0;
-    qsizetype m_looked = 0; // before it no written title begins, or no line ends
+    qsizetype m_looked = 0;  // before it no written title begins, or no line ends
     bool m_skipping = false; // inside the rest of an overlong line
     std::optional<QString> m_written;
     std::optional<QString> m_candidate;

@@ -43,11 +43,10 @@ ProjectChat *AgentSessionStore::newSession(const ProjectCatalogEntry &entry, boo
                                            const std::optional<ClaudeProjectSettings> &defaults)
 {
     const QString title = QStringLiteral("Session %1").arg(sessions(entry.alias).size() + 1);
-    ProjectChat *chat =
-        makeSession(entry.alias, entry.path, title,
-                    defaults ? *defaults
-                             : ClaudeSettingsResolver::resolve(entry.path, QDir::homePath(),
-                                                               includeLocalSettings));
+    ProjectChat *chat = makeSession(
+        entry.alias, entry.path, title,
+        defaults ? *defaults
+                 : ClaudeSettingsResolver::resolve(entry.path, QDir::homePath(), includeLocalSettings));
     UsageRecorder::record(FeatureSignal::SessionStarted);
     add(chat);
     return chat;

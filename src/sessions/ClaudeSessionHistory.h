@@ -1,5 +1,5 @@
-// The conversations of the past, read from the transcripts that the agent program keeps. Everything here reads
-// the disk and belongs on a pool thread; nothing here writes a transcript.
+// The conversations of the past, read from the transcripts that the agent program keeps. Everything here
+// reads the disk and belongs on a pool thread; nothing here writes a transcript.
 #pragma once
 
 #include "base/FolderListing.h"

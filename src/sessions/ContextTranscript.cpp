@@ -48,7 +48,8 @@ std::optional<Told> readBackward(QByteArray tail, bool isWhole, std::optional<Co
             break; // the first line is cut off
         const qsizetype begin = before == std::string_view::npos ? 0 : static_cast<qsizetype>(before) + 1;
         const Told told = readLine(
-            decoder, bytes.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin)), live);
+            decoder, bytes.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin)),
+            live);
         if (told != Told::Nothing)
             return told;
         end = begin - 1;

@@ -12,8 +12,7 @@ namespace Vesk
 PastConversation readPastConversation(const ResumableSession &session)
 {
     PastConversation past;
-    past.messages =
-        ClaudeSessionHistory::loadMessages(session.path, ClaudeSessionHistory::resumedRows, true);
+    past.messages = ClaudeSessionHistory::loadMessages(session.path, ClaudeSessionHistory::resumedRows, true);
     past.workflows = WorkflowSnapshotFile::restore(WorkflowSnapshotFile::folderOf(session.path));
     past.context = ContextTranscript::restore(session.path);
     past.title = resolveResumeTitle(session, past.messages);

@@ -11,7 +11,8 @@
 namespace Vesk
 {
 
-SessionResume::SessionResume(AgentSessionStore &store, const ProjectCatalog &catalog, Log log, QObject *parent)
+SessionResume::SessionResume(AgentSessionStore &store, const ProjectCatalog &catalog, Log log,
+                             QObject *parent)
     : QObject(parent)
     , m_store(store)
     , m_catalog(catalog)

@@ -24,7 +24,8 @@ enum class ResumeDeleteOutcome {
     Failed,
 };
 
-/** The one place where a conversation becomes an open session again. Main thread; files are read on the pool. */
+/** The one place where a conversation becomes an open session again. Main thread; files are read on the pool.
+ */
 class SessionResume : public QObject
 {
     Q_OBJECT
@@ -33,13 +34,14 @@ public:
     using Log = std::function<void(const AuditEvent &event)>;
     using Done = std::function<void(ProjectChat *chat)>;
 
-    SessionResume(AgentSessionStore &store, const ProjectCatalog &catalog, Log log, QObject *parent = nullptr);
+    SessionResume(AgentSessionStore &store, const ProjectCatalog &catalog, Log log,
+                  QObject *parent = nullptr);
 
     /** The folder of all transcripts. */
     [[nodiscard]] static QString historyRoot();
 
-    /** Opens the conversation, or finds the session that is open on it, and calls `done` with it: with null when
-        its project is gone. `done` is not called once `context` is. */
+    /** Opens the conversation, or finds the session that is open on it, and calls `done` with it: with null
+       when its project is gone. `done` is not called once `context` is. */
     void resumeSession(const ResumableSession &session, QObject *context, Done done);
 
     /** Moves the transcript to the Trash. */
@@ -57,7 +59,8 @@ private:
     AgentSessionStore &m_store;
     const ProjectCatalog &m_catalog;
     Log m_log;
-    QHash<QString, QList<Waiter>> m_loading; // by conversation id: one is read once, however often it is asked for
+    QHash<QString, QList<Waiter>>
+        m_loading; // by conversation id: one is read once, however often it is asked for
 };
 
 } // namespace Vesk

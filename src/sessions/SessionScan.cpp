@@ -104,8 +104,8 @@ void SessionScan::list(const std::shared_ptr<Work> &work)
             work->files.append(file);
     }
     work->promise.addResult(std::move(known));
-    const auto wanted = std::clamp<qsizetype>(work->files.size(), 1,
-                                              std::min(mostReaders, QThread::idealThreadCount()));
+    const auto wanted =
+        std::clamp<qsizetype>(work->files.size(), 1, std::min(mostReaders, QThread::idealThreadCount()));
     work->readers = static_cast<int>(wanted);
     for (qsizetype reader = 1; reader < wanted; ++reader)
         QThreadPool::globalInstance()->start([work] { readTitles(work); });

@@ -54,7 +54,7 @@ private:
     static void list(const std::shared_ptr<Work> &work);
     static void readTitles(const std::shared_ptr<Work> &work);
 
-    Watcher *m_watcher = nullptr; // while a scan runs
+    Watcher *m_watcher = nullptr;      // while a scan runs
     QHash<QString, ReadTitle> m_known; // by path
     QStringList m_unreadable;
 };

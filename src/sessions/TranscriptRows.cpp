@@ -89,12 +89,12 @@ private:
     void fillResults(const TranscriptLine &line)
     {
         for (const StreamContent &block : line.message.content) {
-            const auto place =
-                block.type == u"tool_result" ? m_places.constFind(block.toolUseId.value_or(QString()))
-                                             : m_places.constEnd();
+            const auto place = block.type == u"tool_result"
+                ? m_places.constFind(block.toolUseId.value_or(QString()))
+                : m_places.constEnd();
             if (place != m_places.constEnd())
-                m_rows[place->row].tools[place->tool].finish(block.resultText(), block.isError, line.timestamp,
-                                                             block.contentDroppedBytes);
+                m_rows[place->row].tools[place->tool].finish(block.resultText(), block.isError,
+                                                             line.timestamp, block.contentDroppedBytes);
         }
     }
 

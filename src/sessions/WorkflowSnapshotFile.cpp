@@ -15,7 +15,8 @@ QString folderOf(const QString &transcriptPath)
 
 Restored restore(const QString &directory)
 {
-    QList<ListedFile> files = regularFiles(directory, QLatin1StringView(".json")).value_or(QList<ListedFile>());
+    QList<ListedFile> files =
+        regularFiles(directory, QLatin1StringView(".json")).value_or(QList<ListedFile>());
     sortNewestFirst(files);
     Restored restored;
     if (files.size() > maxFiles) {
@@ -61,10 +62,11 @@ std::optional<BackgroundTask> task(const QString &path)
 
 QDateTime startDate(const WorkflowSnapshot &document)
 {
-    constexpr double mostSeconds = 100'000'000'000;    // the year 5138: beyond it the number counts milliseconds
+    constexpr double mostSeconds = 100'000'000'000; // the year 5138: beyond it the number counts milliseconds
     constexpr double mostMs = mostSeconds * 1000;
     if (document.startTime && std::abs(*document.startTime) <= mostMs) {
-        const double ms = *document.startTime > mostSeconds ? *document.startTime : *document.startTime * 1000;
+        const double ms =
+            *document.startTime > mostSeconds ? *document.startTime : *document.startTime * 1000;
         return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(ms));
     }
     return document.timestamp ? QDateTime::fromString(*document.timestamp, Qt::ISODateWithMs) : QDateTime();
