@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
+#include <QStandardPaths>
 
 namespace Vesk::ClaudeSessionHistory
 {
@@ -83,7 +84,11 @@ bool isDeletableSessionFile(const QString &path, const QString &root)
 
 bool moveToTrash(const QString &path, const QString &root)
 {
-    return isDeletableSessionFile(path, root) && QFile::moveToTrash(QDir::cleanPath(path));
+    if (!isDeletableSessionFile(path, root))
+        return false;
+    // Qt makes the Trash of a new account, but not the folder that it stands in.
+    QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    return QFile::moveToTrash(QDir::cleanPath(path));
 }
 
 } // namespace Vesk::ClaudeSessionHistory
