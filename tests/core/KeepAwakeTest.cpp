@@ -2,11 +2,11 @@
 #include "core/KeepAwakeController.h"
 #include "core/LogindInhibitor.h"
 #include "core/Preferences.h"
+#include "support/PrivateBus.h"
 #include "support/TestRegistry.h"
 
 #include <QDBusError>
 #include <QDBusUnixFileDescriptor>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -131,14 +131,10 @@ private Q_SLOTS:
 
     void logindOverARealBus()
     {
-        QProcess daemon;
-        daemon.start(u"dbus-daemon"_s,
-                     {u"--session"_s, u"--nofork"_s, u"--print-address"_s,
-                      u"--address=unix:path="_s + m_dir->filePath(u"bus"_s)});
-        if (!daemon.waitForStarted())
+        const Test::PrivateBus bus;
+        const QString &address = bus.address();
+        if (address.isEmpty())
             QSKIP("no dbus-daemon");
-        QTRY_VERIFY(daemon.canReadLine());
-        const QString address = QString::fromUtf8(daemon.readLine()).trimmed();
         FakeLogind logind;
         {
             QDBusConnection server = QDBusConnection::connectToBus(address, u"vesk-test-logind"_s);
@@ -167,8 +163,6 @@ private Q_SLOTS:
         }
         for (const QString &name : {u"vesk-test-client"_s, u"vesk-test-logind"_s})
             QDBusConnection::disconnectFromBus(name);
-        daemon.terminate();
-        QVERIFY(daemon.waitForFinished());
     }
 
 private:

@@ -1,12 +1,13 @@
 #include "ui/controls/SystemColorScheme.h"
 
+#include "core/SessionBus.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 #include <QEvent>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QPalette>
 
@@ -27,21 +28,13 @@ QString colorSchemeKey()
     return u"color-scheme"_s;
 }
 
-/** Connecting to a bus that is not there may start one: look for it first. */
-bool hasSessionBus()
-{
-    return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")
-        || QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_s);
-}
-
 } // namespace
 
 SystemColorScheme::SystemColorScheme(QObject *parent)
     : QObject(parent)
 {
     qGuiApp->installEventFilter(this);
-    if (hasSessionBus())
-        askPortal();
+    askPortal();
 }
 
 bool SystemColorScheme::dark() const
@@ -60,7 +53,7 @@ bool SystemColorScheme::eventFilter(QObject *watched, QEvent *event)
 
 void SystemColorScheme::askPortal()
 {
-    auto bus = QDBusConnection::sessionBus();
+    auto bus = sessionBus();
     if (!bus.isConnected())
         return;
     const auto path = u"/org/freedesktop/portal/desktop"_s;
