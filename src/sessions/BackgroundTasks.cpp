@@ -50,6 +50,15 @@ void applyLine(const StreamTask &line, BackgroundTask &task)
 
 } // namespace
 
+void BackgroundTask::setStatus(Status newStatus, const QDateTime &now)
+{
+    if (newStatus == Status::Running)
+        endedAt = {};
+    else if (status == Status::Running || !endedAt.isValid())
+        endedAt = now;
+    status = newStatus;
+}
+
 void BackgroundTask::appendActivity(const QString &text)
 {
     if (!activityLog.isEmpty() && activityLog.last() == text)
@@ -134,21 +143,23 @@ void BackgroundTasks::updateBackgroundTask(const StreamLine &line, const QDateTi
         BackgroundTask added;
         added.id = told.taskId ? *told.taskId : *told.toolUseId;
         added.type = told.subagentType.value_or(QStringLiteral("agent"));
-        added.status = status;
         added.startedAt = now;
         m_tasks.append(added);
         task = m_tasks.end() - 1;
+        task->setStatus(status, now);
     } else {
         // A late line without a status word must not bring finished work back to life.
         const bool revives = task->status != BackgroundTask::Status::Running
             && status == BackgroundTask::Status::Running && !word && subtype != u"task_started";
         if (!revives)
-            task->status = status;
+            task->setStatus(status, now);
         if (told.taskId)
             task->id = *told.taskId;
     }
     if (told.toolUseId && !task->toolUseId)
         task->toolUseId = told.toolUseId;
+    if (status == BackgroundTask::Status::Failed)
+        task->endWord = word;
     applyLine(told, *task);
     Q_EMIT tasksChanged();
 }
@@ -202,7 +213,8 @@ void BackgroundTasks::recordSubagentActivity(const QString &parentToolUseId, con
         Q_EMIT tasksChanged();
 }
 
-void BackgroundTasks::finalizeSubagentsFromToolResults(const QList<StreamContent> &blocks)
+void BackgroundTasks::finalizeSubagentsFromToolResults(const QList<StreamContent> &blocks,
+                                                       const QDateTime &now)
 {
     bool ended = false;
     for (const StreamContent &block : blocks) {
@@ -215,7 +227,8 @@ void BackgroundTasks::finalizeSubagentsFromToolResults(const QList<StreamContent
         if (task == m_tasks.end())
             continue;
         task->summary = resultSummary(block.resultText());
-        task->status = block.isError ? BackgroundTask::Status::Failed : BackgroundTask::Status::Completed;
+        task->setStatus(block.isError ? BackgroundTask::Status::Failed : BackgroundTask::Status::Completed,
+                        now);
         ended = true;
     }
     if (ended)
@@ -228,13 +241,13 @@ void BackgroundTasks::reset(QList<BackgroundTask> tasks)
     Q_EMIT tasksChanged();
 }
 
-void BackgroundTasks::failRunning()
+void BackgroundTasks::failRunning(const QDateTime &now)
 {
     bool ended = false;
     for (BackgroundTask &task : m_tasks) {
         if (task.status != BackgroundTask::Status::Running)
             continue;
-        task.status = BackgroundTask::Status::Failed;
+        task.setStatus(BackgroundTask::Status::Failed, now);
         ended = true;
     }
     if (ended)

@@ -31,13 +31,17 @@ struct BackgroundTask {
     std::optional<QString> summary;
     std::optional<QString> outputFile;
     QDateTime startedAt;
+    QDateTime endedAt; ///< invalid while it runs, and when it is not known
     std::optional<qint64> totalTokens, toolUses, durationMs;
     std::optional<QString> taskTypeRaw, workflowName;
     std::optional<WorkflowProgress> progress;
+    std::optional<QString> endWord;  ///< the agent's own word for how it failed, as in "stopped"
     int activityOverflow = 0;        ///< lines dropped from the log
     bool isRestored = false;         ///< finished work of an earlier child, rebuilt from a file
     bool endsWithToolResult = false; ///< a sub-agent in the foreground: the turn waits for it
 
+    /** Ends it, or brings it back to life; the moment of its end is that of the first word of it. */
+    void setStatus(Status newStatus, const QDateTime &now);
     /** Adds a line to the log; the line that is already last is not repeated. */
     void appendActivity(const QString &text);
 
@@ -70,12 +74,12 @@ public:
     /** A line that a sub-agent wrote: its tools enter the task's log, all else is dropped. */
     void recordSubagentActivity(const QString &parentToolUseId, const StreamLine &line);
     /** Tool results: a sub-agent in the foreground ends with its own. */
-    void finalizeSubagentsFromToolResults(const QList<StreamContent> &blocks);
+    void finalizeSubagentsFromToolResults(const QList<StreamContent> &blocks, const QDateTime &now);
 
     /** Puts finished work of an earlier child in the place of everything. */
     void reset(QList<BackgroundTask> tasks);
     /** The child is gone, and with it what it still ran. */
-    void failRunning();
+    void failRunning(const QDateTime &now);
     /** A new child starts: only restored tasks, which describe finished work, stay. */
     void keepRestored();
     [[nodiscard]] static QList<BackgroundTask> keepingRestored(const QList<BackgroundTask> &tasks);

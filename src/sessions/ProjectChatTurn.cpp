@@ -165,7 +165,7 @@ void ProjectChat::stop()
         m_process->terminate();
         retireChild();
     }
-    m_backgroundTasks.failRunning();
+    m_backgroundTasks.failRunning(QDateTime::currentDateTime());
     finishStreaming();
     removeEmptyRunRows({});
     m_turn = {};

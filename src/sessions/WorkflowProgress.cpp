@@ -51,35 +51,44 @@ bool WorkflowProgress::applyPhase(const Entry &entry)
 {
     if (!entry.index || !entry.title)
         return false;
-    const auto known = std::find_if(phases.begin(), phases.end(),
-                                    [&](const Phase &phase) { return phase.index == *entry.index; });
-    if (known != phases.end())
-        known->title = cut(*entry.title);
-    else
+    if (const auto place = m_phasePlaces.constFind(*entry.index); place != m_phasePlaces.constEnd()) {
+        phases[*place].title = cut(*entry.title);
+    } else {
+        m_phasePlaces.insert(*entry.index, phases.size());
         phases.append({*entry.index, cut(*entry.title)});
+    }
     return true;
+}
+
+WorkflowProgress::Agent *WorkflowProgress::agentFor(const Entry &entry)
+{
+    if (entry.index) {
+        if (const auto place = m_agentPlaces.constFind(*entry.index); place != m_agentPlaces.constEnd())
+            return &agents[*place];
+    }
+    if (agents.size() >= maxAgents) {
+        if (!entry.index) {
+            ++droppedAgents;
+        } else if (!m_dropped.contains(*entry.index)) {
+            m_dropped.insert(*entry.index);
+            ++droppedAgents;
+        }
+        return nullptr;
+    }
+    Agent added;
+    added.index = entry.index.value_or(agents.size());
+    while (m_agentPlaces.contains(added.index)) // one that came without an index shares none
+        ++added.index;
+    m_agentPlaces.insert(added.index, agents.size());
+    agents.append(added);
+    return &agents.last();
 }
 
 void WorkflowProgress::applyAgent(const Entry &entry)
 {
-    auto agent = agents.end();
-    if (entry.index) {
-        agent = std::find_if(agents.begin(), agents.end(),
-                             [&](const Agent &known) { return known.index == *entry.index; });
-    }
-    if (agent == agents.end()) {
-        if (agents.size() >= maxAgents) {
-            if (!entry.index || *entry.index > m_highestDropped) {
-                ++droppedAgents;
-                m_highestDropped = entry.index.value_or(m_highestDropped);
-            }
-            return;
-        }
-        Agent added;
-        added.index = entry.index.value_or(agents.size());
-        agents.append(added);
-        agent = agents.end() - 1;
-    }
+    Agent *agent = agentFor(entry);
+    if (!agent)
+        return;
     if (entry.label)
         agent->label = cut(*entry.label);
     if (entry.phaseTitle)
@@ -101,15 +110,17 @@ QList<WorkflowProgress::PhaseRow> WorkflowProgress::phaseRows() const
                      [](const Phase &a, const Phase &b) { return a.index < b.index; });
     QList<PhaseRow> rows;
     rows.reserve(ordered.size() + 1);
-    for (const Phase &phase : std::as_const(ordered))
+    QHash<qint64, qsizetype> places;
+    for (const Phase &phase : std::as_const(ordered)) {
+        places.insert(phase.index, rows.size());
         rows.append({phase.index, phase.title, 0, 0, {}});
+    }
 
     PhaseRow others;
+    others.title = QStringLiteral("기타");
     for (const Agent &agent : sortedAgents()) {
-        const auto row = std::find_if(rows.begin(), rows.end(), [&](const PhaseRow &candidate) {
-            return agent.phaseIndex && candidate.index == agent.phaseIndex;
-        });
-        PhaseRow &target = row != rows.end() ? *row : others;
+        const qsizetype place = agent.phaseIndex ? places.value(*agent.phaseIndex, -1) : -1;
+        PhaseRow &target = place >= 0 ? rows[place] : others;
         target.agents.append(agent);
         ++target.total;
         target.done += agent.stateRaw == u"done" ? 1 : 0;

@@ -3,7 +3,9 @@
 
 #include "claude/StreamLine.h"
 
+#include <QHash>
 #include <QList>
+#include <QSet>
 #include <QString>
 
 #include <optional>
@@ -37,13 +39,13 @@ struct WorkflowProgress {
     /** One phase for the panel. */
     struct PhaseRow {
         std::optional<qint64> index; ///< absent for the row of agents without a known phase
-        QString title;               ///< empty for that row
+        QString title;               ///< "기타" for that row
         int done = 0, total = 0;
         QList<Agent> agents; ///< by index
     };
 
     QList<Phase> phases;
-    QList<Agent> agents;
+    QList<Agent> agents;   ///< each with an index of its own
     int droppedAgents = 0; ///< agents beyond maxAgents
 
     /** The progress that these entries alone tell; absent when none of them could be used. */
@@ -63,8 +65,11 @@ struct WorkflowProgress {
 private:
     bool applyPhase(const Entry &entry);
     void applyAgent(const Entry &entry);
+    [[nodiscard]] Agent *agentFor(const Entry &entry);
 
-    qint64 m_highestDropped = -1; // the changes of one dropped agent must not count it again
+    // Where an index stands in the lists: lines come by the thousand, and each names a few of many.
+    QHash<qint64, qsizetype> m_phasePlaces, m_agentPlaces;
+    QSet<qint64> m_dropped; // the changes of one dropped agent must not count it again
 };
 
 } // namespace Vesk

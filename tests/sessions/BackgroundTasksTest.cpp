@@ -21,19 +21,20 @@ StreamLine decoded(const char *json)
 /** Background work fed with lines as they come from the child. */
 struct Board {
     BackgroundTasks tasks;
+    QDateTime now = QDateTime::fromSecsSinceEpoch(1'700'000'000);
 
     void line(const char *json)
     {
         const StreamLine read = decoded(json);
         if (read.task)
-            tasks.updateBackgroundTask(read, QDateTime::currentDateTime());
+            tasks.updateBackgroundTask(read, now);
         else if (read.parentToolUseId)
             tasks.recordSubagentActivity(*read.parentToolUseId, read);
         else if (read.type == u"user")
-            tasks.finalizeSubagentsFromToolResults(read.message->content);
+            tasks.finalizeSubagentsFromToolResults(read.message->content, now);
         else
             for (const StreamContent &block : read.message->content)
-                tasks.registerSubagentIfNeeded(block, QDateTime::currentDateTime());
+                tasks.registerSubagentIfNeeded(block, now);
     }
     const BackgroundTask &only() const
     {
@@ -109,8 +110,12 @@ private Q_SLOTS:
         board.line(
             R"({"type":"system","subtype":"task_updated","task_id":"t9","patch":{"status":"killed"}})");
         QCOMPARE(board.only().status, Status::Failed);
+        const QDateTime ended = board.now;
+        board.now = ended.addSecs(5);
         board.line(R"({"type":"system","subtype":"task_updated","task_id":"t9","patch":{"end_time":1}})");
         QCOMPARE(board.only().status, Status::Failed); // no word, no life
+        QCOMPARE(*board.only().endWord, u"killed"_qs);
+        QCOMPARE(board.only().endedAt, ended);
     }
 
     void theTasksOwnLineMayComeBeforeTheCall()
@@ -176,6 +181,7 @@ private Q_SLOTS:
         QCOMPARE(rows.at(0).agents.first().label, u"a"_qs);
         QCOMPARE(rows.at(1).total, 0);
         QVERIFY(!rows.at(2).index);
+        QCOMPARE(rows.at(2).title, u"기타"_qs);
         QCOMPARE(rows.at(2).agents.first().label, u"c"_qs);
 
         QList<StreamWorkflowEntry> many;
@@ -185,6 +191,7 @@ private Q_SLOTS:
             entry.index = i;
             many << entry << entry;
         }
+        std::reverse(many.begin(), many.end());
         QCOMPARE(WorkflowProgress::make(many)->agents.size(), 2000);
         QCOMPARE(WorkflowProgress::make(many)->droppedAgents, 3);
         QVERIFY(!WorkflowProgress::make({StreamWorkflowEntry {}}));
