@@ -1,5 +1,7 @@
 #include "ui/chat/ChatWords.h"
 
+#include <QRegularExpression>
+
 namespace Vesk::ChatWords
 {
 
@@ -54,6 +56,25 @@ QString tokens(qint64 count)
         return QStringLiteral("%1M").arg(count / 1'000'000);
     }
     return QStringLiteral("%1M").arg(static_cast<double>(count) / 1e6, 0, 'f', 1);
+}
+
+QString modelName(const QString &model)
+{
+    static const QRegularExpression shape(
+        QStringLiteral("^(?:claude-)?([a-z]+)(?:-(\\d{1,2}))?(?:-(\\d{1,2}))?(?:-\\d{8})?(?:\\[\\w+\\])?$"));
+    const auto match = shape.match(model);
+    if (!match.hasMatch()) {
+        return model;
+    }
+    QString name = match.captured(1);
+    name[0] = name.at(0).toUpper();
+    if (match.hasCaptured(2)) {
+        name += u' ' + match.captured(2);
+    }
+    if (match.hasCaptured(3)) {
+        name += u'.' + match.captured(3);
+    }
+    return name;
 }
 
 QString fileSize(qint64 bytes)

@@ -19,6 +19,10 @@ namespace Vesk::ChatWords
 /** A number of tokens: "950", "16k", "1.2M". */
 [[nodiscard]] QString tokens(qint64 count);
 
+/** A model by its short name: "Opus 4.5" for "claude-opus-4-5-20251101", "Opus" for "opus"; a name of another
+    shape as it is. */
+[[nodiscard]] QString modelName(const QString &model);
+
 /** A size on disk: "512B", "184KB", "3.4MB". */
 [[nodiscard]] QString fileSize(qint64 bytes);
 
