@@ -181,6 +181,18 @@ void Preferences::setSidebarWidth(double width)
     setValue(PreferenceKey::windowSidebarWidth, std::clamp(width, minimumSidebarWidth, maximumSidebarWidth));
 }
 
+double Preferences::backgroundWidth() const
+{
+    const double width = doubleValue(PreferenceKey::windowBackgroundWidth, defaultBackgroundWidth);
+    return std::clamp(width, minimumBackgroundWidth, maximumBackgroundWidth);
+}
+
+void Preferences::setBackgroundWidth(double width)
+{
+    setValue(PreferenceKey::windowBackgroundWidth,
+             std::clamp(width, minimumBackgroundWidth, maximumBackgroundWidth));
+}
+
 void Preferences::sync()
 {
     m_settings.sync();

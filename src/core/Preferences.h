@@ -25,6 +25,7 @@ inline constexpr QLatin1StringView windowTheme("vesk.window.theme");
 inline constexpr QLatin1StringView windowGeometry("vesk.window.geometry");
 inline constexpr QLatin1StringView windowSidebarWidth("vesk.window.sidebarWidth");
 inline constexpr QLatin1StringView windowPanes("vesk.window.panes");
+inline constexpr QLatin1StringView windowBackgroundWidth("vesk.window.backgroundWidth");
 } // namespace PreferenceKey
 
 enum class ThemeChoice { System, Light, Dark };
@@ -46,6 +47,9 @@ public:
     static constexpr double minimumSidebarWidth = 200;
     static constexpr double maximumSidebarWidth = 400;
     static constexpr double defaultSidebarWidth = 256;
+    static constexpr double minimumBackgroundWidth = 280;
+    static constexpr double maximumBackgroundWidth = 800;
+    static constexpr double defaultBackgroundWidth = 404;
 
     explicit Preferences(const QString &path, QObject *parent = nullptr);
 
@@ -74,6 +78,9 @@ public:
     /** Pixels, between the limits above. */
     [[nodiscard]] double sidebarWidth() const;
     void setSidebarWidth(double width);
+    /** The same for the background panel. */
+    [[nodiscard]] double backgroundWidth() const;
+    void setBackgroundWidth(double width);
 
     /** Writes what is not written yet; else this happens when the event loop is next reached. */
     void sync();

@@ -39,6 +39,7 @@ private Q_SLOTS:
             preferences.setTheme(ThemeChoice::Dark);
             preferences.setWindowGeometry({-10, 20, 900, 600});
             preferences.setSidebarWidth(312.5);
+            preferences.setBackgroundWidth(5000);
             preferences.setValue(odd, u"@문서, \"x\"; 1%"_s);
             preferences.setValue(u"gone"_s, 1);
             preferences.setValue(u"gone"_s, {});
@@ -53,6 +54,7 @@ private Q_SLOTS:
         QCOMPARE(preferences.theme(), ThemeChoice::Dark);
         QCOMPARE(preferences.windowGeometry(), QRect(-10, 20, 900, 600));
         QCOMPARE(preferences.sidebarWidth(), 312.5);
+        QCOMPARE(preferences.backgroundWidth(), 800.0);
         QCOMPARE(preferences.stringValue(odd), u"@문서, \"x\"; 1%"_s);
         QVERIFY(!preferences.contains(u"gone"_s));
         QSignalSpy changes(&preferences, &Preferences::changed);

@@ -8,6 +8,8 @@ Bar {
 
     required property RunStatus status
 
+    signal opened()
+
     visible: !status.isRunning && status.backgroundCount > 0
     implicitHeight: Theme.px(36)
     Accessible.role: Accessible.StatusBar
@@ -22,12 +24,26 @@ Bar {
     Label {
         anchors.left: mark.right
         anchors.leftMargin: 8
-        anchors.right: stop.left
+        anchors.right: look.left
         anchors.rightMargin: 8
         height: parent.height
         text: bar.status.backgroundText
         font: Theme.uiBold
         Accessible.ignored: true
+    }
+    // All of the bar opens the panel, but for its buttons.
+    TapHandler {
+        onTapped: bar.opened()
+    }
+    VButton {
+        id: look
+        anchors.right: stop.left
+        anchors.rightMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        kind: VButton.Quiet
+        text: "탭하여 보기"
+        tip: "백그라운드 패널 열기 — 이 세션이 돌린 워크플로·하위 에이전트 진행"
+        onClicked: bar.opened()
     }
     VButton {
         id: stop

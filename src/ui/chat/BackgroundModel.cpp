@@ -92,13 +92,14 @@ void BackgroundModel::setChat(ProjectChat *chat)
         return;
     }
     if (m_chat) {
-        disconnect(m_chat, nullptr, this, nullptr);
         disconnect(&m_chat->backgroundTasks(), nullptr, this, nullptr);
     }
     m_chat = chat;
     m_status.setChat(chat);
     if (m_chat) {
-        connect(m_chat, &QObject::destroyed, this, [this, id = m_chat->id()] { m_memories.remove(id); });
+        if (!m_memories.contains(m_chat->id())) {
+            connect(m_chat, &QObject::destroyed, this, [this, id = m_chat->id()] { m_memories.remove(id); });
+        }
         connect(&m_chat->backgroundTasks(), &BackgroundTasks::tasksChanged, this, [this] {
             if (m_shown && !m_refresh.isActive()) {
                 m_refresh.start();
@@ -200,7 +201,7 @@ QVariant BackgroundModel::data(const QModelIndex &index, int role) const
     const BackgroundRow &row = m_rows.at(index.row());
     switch (role) {
     case KindRole:
-        return QVariant::fromValue(drawnKind(row.key.kind));
+        return static_cast<int>(drawnKind(row.key.kind));
     case StateRole:
         return stateName(row.state);
     case Qt::DisplayRole:

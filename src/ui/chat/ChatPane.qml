@@ -11,6 +11,9 @@ FocusScope {
     // The pane that has the keyboard's attention; others never take it.
     property bool active: false
 
+    readonly property int backgroundCount: view.status.backgroundCount
+
+    signal openBackground()
     signal openAuditLog()
 
     Accessible.role: Accessible.Pane
@@ -102,10 +105,12 @@ FocusScope {
         BackgroundBar {
             Layout.fillWidth: true
             status: view.status
+            onOpened: pane.openBackground()
         }
         RunningBar {
             Layout.fillWidth: true
             status: view.status
+            onBackgroundOpened: pane.openBackground()
         }
         Composer {
             id: composer

@@ -7,6 +7,8 @@ Bar {
     id: bar
 
     required property RunStatus status
+    signal backgroundOpened()
+
     readonly property bool waits: status.waitsForApproval || status.waitsForAnswer
 
     visible: status.isRunning
@@ -65,7 +67,7 @@ Bar {
             text: bar.status.hintHelp
         }
     }
-    Chip {
+    ChipButton {
         id: background
         anchors.right: parent.right
         anchors.rightMargin: 16
@@ -74,6 +76,9 @@ Bar {
         text: "배경 " + bar.status.backgroundCount
         iconName: "background"
         tone: "info"
+        tip: "백그라운드 패널 열기 — 이 세션이 돌린 워크플로·하위 에이전트 진행"
+        Accessible.description: "탭하면 백그라운드 패널 열기"
+        onClicked: bar.backgroundOpened()
     }
     ClockHold {
         clock: ElapsedClock

@@ -31,6 +31,7 @@ Item {
             { keys: ["Alt+1"], run: () => pane.allowOnce() },
             { keys: ["Alt+2"], run: () => pane.allowAlways() },
             { keys: ["Alt+3"], run: () => pane.deny() },
+            { keys: ["Ctrl+B"], run: () => workspace.backgroundShown = !workspace.backgroundShown },
             { keys: ["Ctrl++", "Ctrl+="], run: () => view.enlargeText() },
             { keys: ["Ctrl+-"], run: () => view.shrinkText() },
             { keys: ["Ctrl+0"], run: () => view.resetText() },

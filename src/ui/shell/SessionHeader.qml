@@ -10,7 +10,11 @@ Rectangle {
     required property string path
     required property int lane
     required property string colorHex
+    // Running background tasks, and whether their panel is shown.
+    property int backgroundCount: 0
+    property bool backgroundShown: false
 
+    signal backgroundTriggered()
     signal renameTriggered()
     signal closeTriggered()
 
@@ -31,7 +35,7 @@ Rectangle {
         id: name
         anchors.left: square.right
         anchors.leftMargin: 8
-        width: Math.min(implicitWidth, (more.x - x) / 2)
+        width: Math.min(implicitWidth, (tools.x - x) / 2)
         height: parent.height
         text: header.alias
         font: Theme.uiBold
@@ -39,7 +43,7 @@ Rectangle {
     Label {
         anchors.left: name.right
         anchors.leftMargin: 8
-        anchors.right: more.left
+        anchors.right: tools.left
         anchors.rightMargin: 8
         height: parent.height
         text: header.path
@@ -48,15 +52,38 @@ Rectangle {
         elide: Text.ElideMiddle
         Accessible.name: "폴더 " + header.path
     }
-    IconButton {
-        id: more
+    Row {
+        id: tools
         anchors.right: parent.right
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
-        side: 24
-        iconName: "more"
-        text: "더 보기"
-        onClicked: menu.setSource("HeaderMenu.qml", { header: header, anchor: more })
+        spacing: 4
+
+        ChipButton {
+            visible: header.backgroundCount > 0
+            text: "배경 " + header.backgroundCount
+            iconName: "background"
+            tone: "info"
+            tip: background.text
+            onClicked: header.backgroundTriggered()
+        }
+        IconButton {
+            id: background
+            side: 24
+            checked: header.backgroundShown
+            iconName: "background"
+            text: header.backgroundShown ? "백그라운드 패널 닫기"
+                : "백그라운드 패널 열기 — 이 세션이 돌린 워크플로·하위 에이전트 진행"
+            keys: "Ctrl B"
+            onClicked: header.backgroundTriggered()
+        }
+        IconButton {
+            id: more
+            side: 24
+            iconName: "more"
+            text: "더 보기"
+            onClicked: menu.setSource("HeaderMenu.qml", { header: header, anchor: more })
+        }
     }
     Loader { id: menu }
     Connections {

@@ -18,6 +18,9 @@ FocusScope {
         path: session.holder.path
         lane: session.holder.lane
         colorHex: session.holder.colorHex
+        backgroundCount: conversation.backgroundCount
+        backgroundShown: session.holder.workspace.backgroundShown
+        onBackgroundTriggered: session.holder.workspace.backgroundShown = !backgroundShown
         onRenameTriggered: session.holder.renameTriggered()
         onCloseTriggered: session.holder.workspace.requestClose(session.holder.key)
     }
@@ -29,6 +32,7 @@ FocusScope {
         focus: true
         chat: session.holder.chat
         active: session.holder.current && session.holder.workspace.windowActive
+        onOpenBackground: session.holder.workspace.backgroundShown = true
         onOpenAuditLog: session.holder.auditLogTriggered()
     }
 }

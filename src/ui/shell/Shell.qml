@@ -29,6 +29,8 @@ FocusScope {
     // F6 goes through these.
     function moveRegion(step: int): void {
         const regions = sidebarShown ? [sidebar, pane.tabStrip, pane.body] : [pane.tabStrip, pane.body]
+        if (background.visible)
+            regions.push(background)
         let here = 0
         while (here < regions.length - 1 && !regions[here].activeFocus)
             ++here
@@ -99,11 +101,22 @@ FocusScope {
         anchors.top: auditBanner.bottom
         anchors.bottom: parent.bottom
         anchors.left: shell.sidebarShown ? splitter.right : parent.left
-        anchors.right: parent.right
+        anchors.right: background.left
         workspace: shell.workspace
         projects: shell.projects
         onAuditLogRequested: shell.openAuditLog()
         onRenameRequested: (key, title) => sheets.open("RenameSheet", { workspace: shell.workspace, key: key, oldTitle: title })
+    }
+
+    BackgroundSide {
+        id: background
+        anchors.top: auditBanner.bottom
+        anchors.bottom: parent.bottom
+        anchors.right: parent.right
+        workspace: shell.workspace
+        view: shell.view
+        room: shell.width - pane.x
+        onHidden: pane.focusBody()
     }
 
     FolderDrop {

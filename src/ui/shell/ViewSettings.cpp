@@ -110,6 +110,16 @@ void ViewSettings::setSidebarWidth(double width)
     m_preferences.setSidebarWidth(width);
 }
 
+double ViewSettings::backgroundWidth() const
+{
+    return m_preferences.backgroundWidth();
+}
+
+void ViewSettings::setBackgroundWidth(double width)
+{
+    m_preferences.setBackgroundWidth(width);
+}
+
 QRect ViewSettings::windowGeometry() const
 {
     QList<QRect> screens;

@@ -23,6 +23,7 @@ class ViewSettings : public QObject
     Q_PROPERTY(bool keepAwake READ keepAwake WRITE setKeepAwake NOTIFY changed)
     Q_PROPERTY(QString answerLanguage READ answerLanguage WRITE setAnswerLanguage NOTIFY changed)
     Q_PROPERTY(double sidebarWidth READ sidebarWidth WRITE setSidebarWidth NOTIFY changed)
+    Q_PROPERTY(double backgroundWidth READ backgroundWidth WRITE setBackgroundWidth NOTIFY changed)
 
 public:
     ViewSettings(Preferences &preferences, KeepAwakeController &keepAwake, QObject *parent = nullptr);
@@ -43,6 +44,8 @@ public:
     void setAnswerLanguage(const QString &language);
     [[nodiscard]] double sidebarWidth() const;
     void setSidebarWidth(double width);
+    [[nodiscard]] double backgroundWidth() const;
+    void setBackgroundWidth(double width);
 
     /** Where the window shall open: as it was, if enough of it is on a screen of today; else centred. */
     [[nodiscard]] Q_INVOKABLE QRect windowGeometry() const;

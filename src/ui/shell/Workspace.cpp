@@ -84,6 +84,14 @@ void Workspace::setWindowActive(bool active)
     }
 }
 
+void Workspace::setBackgroundShown(bool shown)
+{
+    if (shown != m_backgroundShown) {
+        m_backgroundShown = shown;
+        Q_EMIT backgroundShownChanged();
+    }
+}
+
 bool Workspace::agentMissing() const
 {
     return m_runtime.locator().isResolved() && m_runtime.locator().path().isEmpty();

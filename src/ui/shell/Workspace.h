@@ -44,6 +44,7 @@ class Workspace : public QObject
     Q_PROPERTY(QString windowTitle READ windowTitle NOTIFY windowTitleChanged)
     Q_PROPERTY(bool hasProjects READ hasProjects NOTIFY projectsChanged)
     Q_PROPERTY(bool windowActive READ windowActive WRITE setWindowActive NOTIFY windowActiveChanged)
+    Q_PROPERTY(bool backgroundShown READ backgroundShown WRITE setBackgroundShown NOTIFY backgroundShownChanged)
     Q_PROPERTY(bool agentMissing READ agentMissing NOTIFY agentMissingChanged)
     Q_PROPERTY(QString installText READ installText CONSTANT)
     Q_PROPERTY(QString installCommand READ installCommand CONSTANT)
@@ -68,6 +69,9 @@ public:
     [[nodiscard]] bool hasProjects() const;
     [[nodiscard]] bool windowActive() const { return m_windowActive; }
     void setWindowActive(bool active);
+    /** The panel of the current session's background work is beside the sessions. */
+    [[nodiscard]] bool backgroundShown() const { return m_backgroundShown; }
+    void setBackgroundShown(bool shown);
     /** The search for the agent program has ended without one. */
     [[nodiscard]] bool agentMissing() const;
     /** What to do then, without the command's own line. */
@@ -102,6 +106,7 @@ Q_SIGNALS:
     void windowTitleChanged();
     void projectsChanged();
     void windowActiveChanged();
+    void backgroundShownChanged();
     void agentMissingChanged();
     void addProjectRequested();
     /** `what` names what would be cut off. */
@@ -129,6 +134,7 @@ private:
     int m_currentIndex = -1;
     QString m_lastAlias;
     bool m_windowActive = false;
+    bool m_backgroundShown = false;
 };
 
 } // namespace Vesk
