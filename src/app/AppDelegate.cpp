@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "core/UserDefaultsMigration.h"
+#include "sessions/AttachmentCache.h"
 
 #include <QCoreApplication>
 
@@ -16,6 +17,8 @@ RuntimePaths runtimePaths(const AppPaths &paths)
         .catalog = paths.projectsFile(),
         .writableSecrets = paths.secretsFile(),
         .candidateSecrets = paths.candidateSecretURLs(),
+        .drafts = paths.draftsFile(),
+        .caches = paths.cachesDir(),
     };
 }
 
@@ -42,6 +45,7 @@ void AppDelegate::applicationDidFinishLaunching()
     m_signalSources = std::make_unique<SignalSources>([] { QCoreApplication::exit(0); });
     UserDefaultsMigration::runOnce(m_preferences, m_paths.olderPreferencesFile());
     m_runtime.start();
+    AttachmentCache::pruneAtLaunch(m_paths.cachesDir());
 }
 
 void AppDelegate::applicationWillTerminate()

@@ -18,10 +18,12 @@ Runtime::Runtime(AuditLogger &auditLogger, Preferences &preferences, const Runti
     , m_catalog(paths.catalog)
     , m_writableSecrets(paths.writableSecrets)
     , m_secrets(CompositeSecretStore::overFiles(paths.candidateSecrets))
-    , m_agentStore({.locator = &locator, .keepAwake = &m_keepAwake, .answerLanguage = [&preferences] {
-                        return preferences.answerLanguage();
-                    }})
+    , m_agentStore({.locator = &locator,
+                    .keepAwake = &m_keepAwake,
+                    .answerLanguage = [&preferences] { return preferences.answerLanguage(); },
+                    .cachesDir = paths.caches})
     , m_resume(m_agentStore, m_catalog, [this](const AuditEvent &event) { log(event); })
+    , m_drafts(m_agentStore, paths.drafts)
 {
     m_agentStore.streamNoteSink = [this](const QString &line) { log(AuditEvent::info(line)); };
 }
@@ -52,6 +54,7 @@ void Runtime::stop()
     if (terminated > 0)
         log(AuditEvent::info(
             QStringLiteral("terminated %1 child agent process(es) at shutdown").arg(terminated)));
+    m_drafts.save();
     m_auditWatch.stopAuditWatch();
     setStatus(QStringLiteral("stopped"));
 }

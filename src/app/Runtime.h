@@ -9,6 +9,7 @@
 #include "core/ProjectCatalog.h"
 #include "core/SecretStore.h"
 #include "sessions/AgentSessionStore.h"
+#include "sessions/DraftKeeper.h"
 #include "sessions/SessionResume.h"
 
 #include <QObject>
@@ -24,6 +25,8 @@ struct RuntimePaths {
     QString catalog;              ///< projects.json
     QString writableSecrets;      ///< secrets.env in the application-support folder
     QStringList candidateSecrets; ///< every secrets file, by priority
+    QString drafts {};            ///< drafts.json
+    QString caches {};            ///< the caches folder
 };
 
 /**
@@ -91,6 +94,7 @@ private:
     CompositeSecretStore m_secrets;
     AgentSessionStore m_agentStore;
     SessionResume m_resume;
+    DraftKeeper m_drafts;
     QString m_status = QStringLiteral("stopped");
     QString m_catalogError;
 };

@@ -158,6 +158,11 @@ QString AppPaths::whitelistFile() const
     return appSupportDir() + "/whitelist.json"_L1;
 }
 
+QString AppPaths::draftsFile() const
+{
+    return appSupportDir() + "/drafts.json"_L1;
+}
+
 QString AppPaths::preferencesFile() const
 {
     return m_configHome + u'/' + folderName + "/preferences.ini"_L1;

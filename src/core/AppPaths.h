@@ -29,6 +29,7 @@ public:
     [[nodiscard]] QString accountsFile() const;
     [[nodiscard]] QString secretsFile() const;
     [[nodiscard]] QString whitelistFile() const;
+    [[nodiscard]] QString draftsFile() const; ///< unsent messages
 
     [[nodiscard]] QString preferencesFile() const;
     [[nodiscard]] QString olderPreferencesFile() const;

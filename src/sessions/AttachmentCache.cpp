@@ -22,6 +22,11 @@ namespace
 
 constexpr auto anyImage = "application/x-qt-image";
 
+QString folderIn(const QString &cachesDir)
+{
+    return cachesDir + QStringLiteral("/attachments");
+}
+
 /** The end of every whole PNG file; some programs write a little behind it. */
 bool hasPngEnd(const QByteArray &bytes)
 {
@@ -55,7 +60,7 @@ Result<QByteArray> pngOf(const PastedImage &pasted)
 
 QString directory(const QString &cachesDir)
 {
-    const QString folder = cachesDir + QStringLiteral("/attachments");
+    const QString folder = folderIn(cachesDir);
     QDir().mkpath(cachesDir);
     QDir().mkdir(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return folder;
@@ -129,9 +134,9 @@ void prune(const QString &folder, const QDateTime &now)
         QFile::remove(path);
 }
 
-void pruneAtLaunch(const QString &folder)
+void pruneAtLaunch(const QString &cachesDir)
 {
-    QThreadPool::globalInstance()->start([folder] { prune(folder, QDateTime::currentDateTime()); });
+    QThreadPool::globalInstance()->start([folder = folderIn(cachesDir)] { prune(folder, QDateTime::currentDateTime()); });
 }
 
 } // namespace Vesk::AttachmentCache

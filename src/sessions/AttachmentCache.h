@@ -54,7 +54,7 @@ inline constexpr qint64 maxTotalBytes = 268'435'456;
                                     qint64 totalBytes);
 /** Removes them from the folder. A folder that is not there is not made; failures are silent. */
 void prune(const QString &folder, const QDateTime &now);
-/** prune() in the background. */
-void pruneAtLaunch(const QString &folder);
+/** prune() of the cache in the background. */
+void pruneAtLaunch(const QString &cachesDir);
 
 } // namespace Vesk::AttachmentCache

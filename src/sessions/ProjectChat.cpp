@@ -12,6 +12,7 @@
 #include <QMap>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -113,7 +114,29 @@ void ProjectChat::setComposerInput(const QString &text)
     if (m_composerInput == text)
         return;
     m_composerInput = text;
+    m_composerCaret = text.size();
     Q_EMIT composerInputChanged();
+}
+
+void ProjectChat::setComposerCaret(qsizetype caret)
+{
+    m_composerCaret = qBound(qsizetype(0), caret, m_composerInput.size());
+}
+
+void ProjectChat::restoreComposerDraft(const ComposerDraft &draft)
+{
+    QStringList there;
+    std::copy_if(draft.attachments.cbegin(), draft.attachments.cend(), std::back_inserter(there),
+                 [](const QString &path) { return QFileInfo::exists(path); });
+    if (m_attachments != there) {
+        m_attachments = there;
+        Q_EMIT attachmentsChanged();
+    }
+    if (m_composerInput != draft.text) {
+        m_composerInput = draft.text;
+        setComposerCaret(draft.caret);
+        Q_EMIT composerInputChanged();
+    }
 }
 
 void ProjectChat::setCurrentActivity(const QString &activity)

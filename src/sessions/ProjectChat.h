@@ -6,6 +6,7 @@
 #include "claude/StreamLine.h"
 #include "core/AnswerLanguage.h"
 #include "sessions/BackgroundTasks.h"
+#include "sessions/ComposerDraft.h"
 #include "sessions/SessionUsage.h"
 #include "sessions/StreamObservation.h"
 #include "sessions/Transcript.h"
@@ -34,6 +35,7 @@ struct SessionServices {
     ExecutableLocator *locator = nullptr;
     KeepAwakeController *keepAwake = nullptr;
     std::function<AnswerLanguage()> answerLanguage {}; ///< asked at every launch
+    QString cachesDir {}; ///< pasted pictures are kept below
 };
 
 /** A message that was sent while a turn ran, and waits for its end. */
@@ -106,8 +108,14 @@ public:
     [[nodiscard]] AgentEffort effort() const { return m_effort; }
     void setEffort(AgentEffort effort);
     [[nodiscard]] const QString &composerInput() const { return m_composerInput; }
-    void setComposerInput(const QString &text);
+    void setComposerInput(const QString &text); ///< the caret goes to its end
+    [[nodiscard]] qsizetype composerCaret() const { return m_composerCaret; } ///< in UTF-16 units
+    void setComposerCaret(qsizetype caret);
+    [[nodiscard]] ComposerDraft composerDraft() const { return {m_composerInput, m_composerCaret, m_attachments}; }
+    /** Puts a draft of an earlier time into the composer; attachments that are gone are left out. */
+    void restoreComposerDraft(const ComposerDraft &draft);
     [[nodiscard]] const QStringList &attachments() const { return m_attachments; }
+    [[nodiscard]] const QString &cachesDir() const { return m_services.cachesDir; }
     [[nodiscard]] const std::optional<PermissionRequest> &pendingPermission() const;
     [[nodiscard]] const std::optional<QuestionRequest> &pendingQuestion() const;
     [[nodiscard]] QDateTime promptSince() const; ///< when the open prompt came; invalid without one
@@ -264,6 +272,7 @@ private:
     AgentEffort m_effort = AgentEffort::High;
     int m_composerFocusToken = 0;
     QString m_composerInput;
+    qsizetype m_composerCaret = 0;
     QStringList m_attachments;
     QList<QueuedLocalSend> m_pendingLocalSends;
 

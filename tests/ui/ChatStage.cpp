@@ -21,7 +21,7 @@ ChatStage::ChatStage()
     m_locator = std::make_unique<ExecutableLocator>(path(u"claude"_s));
     m_chat = std::make_unique<ProjectChat>(QUuid::createUuid(), u"billing"_s, m_folder.path(), u"세션"_s,
                                            QHash<QString, QString>(),
-                                           SessionServices {m_locator.get(), nullptr, {}});
+                                           SessionServices {m_locator.get(), nullptr, {}, path(u"caches"_s)});
 }
 
 ChatStage::~ChatStage() = default;

@@ -35,7 +35,9 @@ ShellStage::ShellStage(Agent agent)
     , m_runtime(std::make_unique<Runtime>(*m_auditLogger, *m_preferences,
                                           RuntimePaths {.catalog = path(u"projects.json"_s),
                                                         .writableSecrets = path(u"secrets.env"_s),
-                                                        .candidateSecrets = {}},
+                                                        .candidateSecrets = {},
+                                                        .drafts = path(u"drafts.json"_s),
+                                                        .caches = path(u"caches"_s)},
                                           *m_locator))
 {
 }
