@@ -123,6 +123,26 @@ void Preferences::setKeepAwake(bool keepAwake)
     setValue(PreferenceKey::keepAwake, keepAwake);
 }
 
+bool Preferences::noticeMyTurn() const
+{
+    return boolValue(PreferenceKey::noticeMyTurn, true);
+}
+
+void Preferences::setNoticeMyTurn(bool told)
+{
+    setValue(PreferenceKey::noticeMyTurn, told);
+}
+
+bool Preferences::noticeFinished() const
+{
+    return boolValue(PreferenceKey::noticeFinished, true);
+}
+
+void Preferences::setNoticeFinished(bool told)
+{
+    setValue(PreferenceKey::noticeFinished, told);
+}
+
 int Preferences::textSize() const
 {
     const double percent = doubleValue(PreferenceKey::windowTextSize, defaultTextSize);
@@ -191,6 +211,16 @@ void Preferences::setBackgroundWidth(double width)
 {
     setValue(PreferenceKey::windowBackgroundWidth,
              std::clamp(width, minimumBackgroundWidth, maximumBackgroundWidth));
+}
+
+QString Preferences::settingsPane() const
+{
+    return stringValue(PreferenceKey::settingsPane, u"general"_s);
+}
+
+void Preferences::setSettingsPane(const QString &id)
+{
+    setValue(PreferenceKey::settingsPane, id);
 }
 
 void Preferences::sync()

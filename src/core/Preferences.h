@@ -26,6 +26,9 @@ inline constexpr QLatin1StringView windowGeometry("vesk.window.geometry");
 inline constexpr QLatin1StringView windowSidebarWidth("vesk.window.sidebarWidth");
 inline constexpr QLatin1StringView windowPanes("vesk.window.panes");
 inline constexpr QLatin1StringView windowBackgroundWidth("vesk.window.backgroundWidth");
+inline constexpr QLatin1StringView noticeMyTurn("vesk.notices.myTurn");
+inline constexpr QLatin1StringView noticeFinished("vesk.notices.finished");
+inline constexpr QLatin1StringView settingsPane("settingsSelectedPane");
 } // namespace PreferenceKey
 
 enum class ThemeChoice { System, Light, Dark };
@@ -67,6 +70,12 @@ public:
     [[nodiscard]] bool keepAwake() const;
     void setKeepAwake(bool keepAwake);
 
+    /** Whether the desktop is told of a session that waits for the person, and of one that has ended. */
+    [[nodiscard]] bool noticeMyTurn() const;
+    void setNoticeMyTurn(bool told);
+    [[nodiscard]] bool noticeFinished() const;
+    void setNoticeFinished(bool told);
+
     /** Per cent, between the limits above. */
     [[nodiscard]] int textSize() const;
     void setTextSize(int percent);
@@ -81,6 +90,10 @@ public:
     /** The same for the background panel. */
     [[nodiscard]] double backgroundWidth() const;
     void setBackgroundWidth(double width);
+
+    /** The section of the settings that was last open: "general" before the first time. */
+    [[nodiscard]] QString settingsPane() const;
+    void setSettingsPane(const QString &id);
 
     /** Writes what is not written yet; else this happens when the event loop is next reached. */
     void sync();

@@ -3,6 +3,7 @@
 #include "app/Runtime.h"
 #include "ui/controls/Theme.h"
 #include "ui/shell/AddProject.h"
+#include "ui/shell/Attention.h"
 #include "ui/shell/AuditView.h"
 #include "ui/shell/Projects.h"
 #include "ui/shell/ViewSettings.h"
@@ -36,6 +37,7 @@ struct WindowObjects : QObject {
         , addProject(projects)
         , view(runtime.preferences(), runtime.keepAwake())
         , audit(runtime)
+        , attention(workspace, runtime)
     {
         geometrySettled.setSingleShot(true);
         geometrySettled.setInterval(geometrySettlesMs);
@@ -47,7 +49,8 @@ struct WindowObjects : QObject {
                 {u"projects"_s, QVariant::fromValue(&projects)},
                 {u"addProject"_s, QVariant::fromValue(&addProject)},
                 {u"view"_s, QVariant::fromValue(&view)},
-                {u"audit"_s, QVariant::fromValue(&audit)}};
+                {u"audit"_s, QVariant::fromValue(&audit)},
+                {u"attention"_s, QVariant::fromValue(&attention)}};
     }
 
     void follow(QQuickWindow &window)
@@ -56,6 +59,11 @@ struct WindowObjects : QObject {
                 [this, &window] { workspace.setWindowActive(window.isActive()); });
         connect(&window, &QWindow::visibleChanged, this,
                 [this](bool visible) { workspace.roster().setVisible(visible); });
+        // The desktop is not asked for anything before the window is there.
+        connect(&window, &QQuickWindow::frameSwapped, &attention, &Attention::begin,
+                static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+        connect(
+            &attention, &Attention::endAsked, qApp, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
         connect(&geometrySettled, &QTimer::timeout, this, [this, &window] {
             if (window.isVisible() && window.visibility() == QWindow::Windowed) {
                 view.keepWindowGeometry(window.x(), window.y(), window.width(), window.height());
@@ -73,6 +81,7 @@ struct WindowObjects : QObject {
     AddProject addProject;
     ViewSettings view;
     AuditView audit;
+    Attention attention;
     QTimer geometrySettled;
 };
 

@@ -11,19 +11,19 @@ Window {
     required property AddProject addProject
     required property ViewSettings view
     required property AuditView audit
+    required property Attention attention
 
     title: workspace.windowTitle
     minimumWidth: 900
     minimumHeight: 600
     color: Theme.canvas
 
-    onClosing: close => {
-        const work = workspace.liveWork()
-        close.accepted = work.length === 0
-        if (close.accepted)
-            Qt.quit()
-        else
-            shell.askBeforeClosing(work)
+    onClosing: close => close.accepted = attention.mayClose()
+
+    Connections {
+        target: window.attention
+        function onHideAsked(): void { window.hide() }
+        function onConfirmationAsked(): void { shell.askBeforeClosing(window.workspace.liveWork()) }
     }
 
     Shell {
