@@ -2,115 +2,27 @@
 // there.
 #include "sessions/ProjectChat.h"
 #include "support/TestRegistry.h"
-#include "ui/controls/InstallUi.h"
 #include "ui/controls/Theme.h"
 #include "ui/shell/AuditView.h"
-#include "ui/shell/MainWindow.h"
 #include "ui/shell/Workspace.h"
 #include "ui/ShellStage.h"
+#include "ui/Theatre.h"
 
 #include <QAbstractItemModelTester>
 #include <QDir>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QMimeData>
-#include <QQmlEngine>
-#include <QQuickItem>
 #include <QQuickWindow>
 #include <QtTest>
 
 using namespace Vesk;
 using namespace Qt::StringLiterals;
 using Test::ShellStage;
+using Test::Theatre;
 
 namespace
 {
-
-QQuickItem *findItem(QQuickItem *root, const std::function<bool(const QQuickItem &)> &wanted)
-{
-    if (wanted(*root)) {
-        return root;
-    }
-    for (QQuickItem *child : root->childItems()) {
-        if (child->isVisible()) {
-            if (QQuickItem *found = findItem(child, wanted)) {
-                return found;
-            }
-        }
-    }
-    return nullptr;
-}
-
-/** A window on a stage; warnings of the QML engine fail the test. */
-class Theatre
-{
-public:
-    explicit Theatre(ShellStage &stage)
-    {
-        QObject::connect(&m_engine, &QQmlEngine::warnings, [this](const QList<QQmlError> &errors) {
-            for (const QQmlError &error : errors) {
-                m_warnings.append(error.toString());
-            }
-        });
-        installUi(m_engine);
-        m_window = createMainWindow(m_engine, stage.runtime());
-        if (m_window) {
-            stage.runtime().openMainWindow();
-            m_window->resize(1440, 900);
-            m_window->requestActivate();
-            [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(m_window.get());
-        }
-    }
-
-    [[nodiscard]] QQuickWindow *window() const { return m_window.get(); }
-    [[nodiscard]] Workspace &workspace() const
-    {
-        return *m_window->property("workspace").value<Workspace *>();
-    }
-    [[nodiscard]] const QStringList &warnings() const { return m_warnings; }
-
-    /** The visible item with this text, a button's or a label's. */
-    [[nodiscard]] QQuickItem *withText(const QString &text) const
-    {
-        return findItem(m_window->contentItem(),
-                        [&text](const QQuickItem &item) { return item.property("text").toString() == text; });
-    }
-    [[nodiscard]] bool shows(const QString &text) const { return withText(text) != nullptr; }
-
-    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
-    {
-        QTest::keyClick(m_window.get(), static_cast<Qt::Key>(key), modifiers);
-        QCoreApplication::processEvents();
-    }
-    void type(const QString &ascii) const
-    {
-        for (const char letter : ascii.toLatin1()) {
-            QTest::keyClick(m_window.get(), letter);
-        }
-    }
-    void click(const QString &text, Qt::MouseButton button = Qt::LeftButton) const
-    {
-        const QQuickItem *item = withText(text);
-        QVERIFY2(item, qPrintable(u"nothing shows "_s + text));
-        const QPointF centre = item->mapToScene({item->width() / 2, item->height() / 2});
-        QTest::mouseClick(m_window.get(), button, {}, centre.toPoint());
-        QCoreApplication::processEvents();
-    }
-    void picture(const QString &name) const
-    {
-        const QString folder = qEnvironmentVariable("VESK_SHOTS");
-        if (!folder.isEmpty()) {
-            QTest::qWait(200);
-            QDir().mkpath(folder);
-            m_window->grabWindow().save(folder + u'/' + name + u".png"_s);
-        }
-    }
-
-private:
-    QQmlEngine m_engine;
-    std::unique_ptr<QQuickWindow> m_window;
-    QStringList m_warnings;
-};
 
 void fill(ShellStage &stage)
 {

@@ -1,0 +1,106 @@
+#include "ui/Theatre.h"
+
+#include "ui/controls/InstallUi.h"
+#include "ui/shell/MainWindow.h"
+#include "ui/shell/Workspace.h"
+
+#include <QDir>
+#include <QtTest>
+
+namespace Vesk::Test
+{
+
+using namespace Qt::StringLiterals;
+
+QQuickItem *findItem(QQuickItem *root, const std::function<bool(const QQuickItem &)> &wanted)
+{
+    if (wanted(*root)) {
+        return root;
+    }
+    for (QQuickItem *child : root->childItems()) {
+        if (child->isVisible()) {
+            if (QQuickItem *found = findItem(child, wanted)) {
+                return found;
+            }
+        }
+    }
+    return nullptr;
+}
+
+Theatre::Theatre(ShellStage &stage)
+{
+    QObject::connect(&m_engine, &QQmlEngine::warnings, [this](const QList<QQmlError> &errors) {
+        for (const QQmlError &error : errors) {
+            m_warnings.append(error.toString());
+        }
+    });
+    installUi(m_engine);
+    m_window = createMainWindow(m_engine, stage.runtime());
+    if (m_window) {
+        stage.runtime().openMainWindow();
+        m_window->resize(1440, 900);
+        m_window->requestActivate();
+        [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(m_window.get());
+    }
+}
+
+Theatre::~Theatre() = default;
+
+Workspace &Theatre::workspace() const
+{
+    return *m_window->property("workspace").value<Workspace *>();
+}
+
+QQuickItem *Theatre::withText(const QString &text) const
+{
+    return findItem(m_window->contentItem(),
+                    [&text](const QQuickItem &item) { return item.property("text").toString() == text; });
+}
+
+void Theatre::press(int key, Qt::KeyboardModifiers modifiers) const
+{
+    QTest::keyClick(m_window.get(), static_cast<Qt::Key>(key), modifiers);
+    QCoreApplication::processEvents();
+}
+
+void Theatre::type(const QString &ascii) const
+{
+    for (const char letter : ascii.toLatin1()) {
+        QTest::keyClick(m_window.get(), letter);
+    }
+}
+
+void Theatre::click(const QString &text, Qt::MouseButton button) const
+{
+    const QQuickItem *item = withText(text);
+    QVERIFY2(item, qPrintable(u"nothing shows "_s + text));
+    const QPointF centre = item->mapToScene({item->width() / 2, item->height() / 2});
+    QTest::mouseClick(m_window.get(), button, {}, centre.toPoint());
+    QCoreApplication::processEvents();
+}
+
+void Theatre::drag(const QPoint &from, const QPoint &to, bool letGo) const
+{
+    constexpr int steps = 8;
+    QTest::mousePress(m_window.get(), Qt::LeftButton, {}, from);
+    for (int step = 1; step <= steps; ++step) {
+        QTest::mouseMove(m_window.get(), from + (to - from) * step / steps);
+        QCoreApplication::processEvents();
+    }
+    if (letGo) {
+        QTest::mouseRelease(m_window.get(), Qt::LeftButton, {}, to);
+        QCoreApplication::processEvents();
+    }
+}
+
+void Theatre::picture(const QString &name) const
+{
+    const QString folder = qEnvironmentVariable("VESK_SHOTS");
+    if (!folder.isEmpty()) {
+        QTest::qWait(200);
+        QDir().mkpath(folder);
+        m_window->grabWindow().save(folder + u'/' + name + u".png"_s);
+    }
+}
+
+} // namespace Vesk::Test

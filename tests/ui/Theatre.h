@@ -1,0 +1,53 @@
+// The main window on a stage, driven by keys and the mouse.
+#pragma once
+
+#include "ui/ShellStage.h"
+
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+#include <functional>
+#include <memory>
+
+namespace Vesk
+{
+class Workspace;
+}
+
+namespace Vesk::Test
+{
+
+/** The first visible item that is wanted, from the root down; null for none. */
+[[nodiscard]] QQuickItem *findItem(QQuickItem *root, const std::function<bool(const QQuickItem &)> &wanted);
+
+/** A window on a stage. It notes what the QML engine warns of. */
+class Theatre
+{
+public:
+    explicit Theatre(ShellStage &stage);
+    ~Theatre();
+
+    [[nodiscard]] QQuickWindow *window() const { return m_window.get(); }
+    [[nodiscard]] Workspace &workspace() const;
+    [[nodiscard]] const QStringList &warnings() const { return m_warnings; }
+
+    /** The visible item with this text, a button's or a label's. */
+    [[nodiscard]] QQuickItem *withText(const QString &text) const;
+    [[nodiscard]] bool shows(const QString &text) const { return withText(text) != nullptr; }
+
+    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const;
+    void type(const QString &ascii) const;
+    void click(const QString &text, Qt::MouseButton button = Qt::LeftButton) const;
+    /** Takes the pointer, with its button down, from one place to another; over several places in between. */
+    void drag(const QPoint &from, const QPoint &to, bool letGo = true) const;
+    /** Leaves a picture in the folder that VESK_SHOTS names, if it does. */
+    void picture(const QString &name) const;
+
+private:
+    QQmlEngine m_engine;
+    std::unique_ptr<QQuickWindow> m_window;
+    QStringList m_warnings;
+};
+
+} // namespace Vesk::Test
