@@ -242,8 +242,6 @@ private Q_SLOTS:
         openSessions(stage, 2);
         const Theatre theatre(stage);
         Workspace &workspace = theatre.workspace();
-        theatre.click(u"일 1"_s, Qt::RightButton); // the sidebar has no such row before its own
-        theatre.press(Qt::Key_Escape);
         theatre.press(Qt::Key_F6, Qt::ShiftModifier);
         theatre.press(Qt::Key_Right);
         QCOMPARE(seen(workspace), u">0 1*"_s);

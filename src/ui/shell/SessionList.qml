@@ -24,7 +24,7 @@ FocusScope {
         menu.row = row
         menu.setSource(row.isProject ? "ProjectMenu.qml" : "SessionMenu.qml",
                        row.isProject ? { alias: row.alias, lane: row.lane, panel: panel }
-                                     : { key: row.key, title: row.title, panel: panel })
+                                     : { key: row.key, sessionTitle: row.title, panel: panel })
     }
 
     ListView {

@@ -7,14 +7,14 @@ Menu {
     id: menu
 
     required property string key
-    required property string title
+    required property string sessionTitle
     required property SessionList panel
 
     MenuRow {
         text: "제목 바꾸기…"
         iconName: "edit"
         keys: "F2"
-        onTriggered: menu.panel.renameRequested(menu.key, menu.title)
+        onTriggered: menu.panel.renameRequested(menu.key, menu.sessionTitle)
     }
     MenuLine {}
     MenuRow {

@@ -25,7 +25,6 @@ Rectangle {
     signal dragBegun()
     signal dragged(point scenePoint)
     signal dropped()
-    signal dragCancelled()
 
     width: Math.min(widest, Math.max(Theme.px(120), mark.width + name.implicitWidth + closeButton.width + 38))
     color: current ? Theme.canvas : hover.hovered ? Theme.hover : "transparent"
@@ -52,7 +51,6 @@ Rectangle {
             if (active)
                 tab.dragged(centroid.scenePosition)
         }
-        onCanceled: tab.dragCancelled()
     }
 
     Rectangle {

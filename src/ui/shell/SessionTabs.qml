@@ -105,7 +105,6 @@ FocusScope {
             onDragBegun: strip.workspace.tabDrag.begin(key, title)
             onDragged: scenePoint => strip.frame.tabDragged(scenePoint)
             onDropped: dropLater.restart()
-            onDragCancelled: strip.workspace.tabDrag.cancel()
         }
     }
     // Later: the tab may leave this strip by it, and is still telling its story.

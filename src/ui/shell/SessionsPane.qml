@@ -126,7 +126,7 @@ FocusScope {
 
         function open(tab: Item, key: string, title: string): void {
             menu.tab = tab
-            setSource("TabMenu.qml", { workspace: pane.workspace, key: key, title: title })
+            setSource("TabMenu.qml", { workspace: pane.workspace, key: key, sessionTitle: title })
         }
 
         onLoaded: {

@@ -8,7 +8,7 @@ Menu {
 
     required property Workspace workspace
     required property string key
-    required property string title
+    required property string sessionTitle
 
     readonly property Panes panes: workspace.panes
 
@@ -22,7 +22,7 @@ Menu {
     MenuRow {
         text: "제목 바꾸기…"
         iconName: "edit"
-        onTriggered: menu.renameRequested(menu.key, menu.title)
+        onTriggered: menu.renameRequested(menu.key, menu.sessionTitle)
     }
     MenuLine {}
     MenuRow {
@@ -41,25 +41,29 @@ Menu {
     }
     MenuLine {}
     TabMoveRow {
-        tabMenu: menu
+        panes: menu.panes
+        key: menu.key
         text: "왼쪽 칸으로 옮기기"
         keys: "Alt Shift ←"
         side: Panes.Left
     }
     TabMoveRow {
-        tabMenu: menu
+        panes: menu.panes
+        key: menu.key
         text: "오른쪽 칸으로 옮기기"
         keys: "Alt Shift →"
         side: Panes.Right
     }
     TabMoveRow {
-        tabMenu: menu
+        panes: menu.panes
+        key: menu.key
         text: "위 칸으로 옮기기"
         keys: "Alt Shift ↑"
         side: Panes.Above
     }
     TabMoveRow {
-        tabMenu: menu
+        panes: menu.panes
+        key: menu.key
         text: "아래 칸으로 옮기기"
         keys: "Alt Shift ↓"
         side: Panes.Below

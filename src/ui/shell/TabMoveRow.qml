@@ -4,10 +4,13 @@ import Vesk.Shell
 
 // Takes a tab to the pane on one side.
 MenuRow {
-    required property TabMenu tabMenu
+    id: row
+
+    required property Panes panes
+    required property string key
     required property int side
 
-    iconName: "chevron-right"
-    enabled: tabMenu.panes.hasPaneBeside(tabMenu.key, side)
-    onTriggered: tabMenu.panes.moveTowards(tabMenu.key, side)
+    iconName: "open-external"
+    enabled: panes.hasPaneBeside(key, side)
+    onTriggered: panes.moveTowards(key, side)
 }
