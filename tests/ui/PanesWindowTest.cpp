@@ -189,6 +189,7 @@ private Q_SLOTS:
         const Theatre theatre(stage);
         Workspace &workspace = theatre.workspace();
         const auto tab = [&theatre](int number) {
+            theatre.window()->grabWindow(); // lays the tabs out
             return centreOf(Test::findItem(theatre.window()->contentItem(), [number](const QQuickItem &item) {
                 return item.property("title") == u"일 %1"_s.arg(number) && item.property("accented").isValid();
             }));
@@ -248,15 +249,19 @@ private Q_SLOTS:
         QTRY_VERIFY(composer(theatre));
         theatre.press(Qt::Key_F6, Qt::ShiftModifier);
         theatre.press(Qt::Key_Menu);
-        QTRY_VERIFY(theatre.shows(u"오른쪽으로 나누기"_s));
+        QTRY_VERIFY(theatre.shows(u"탭을 왼쪽으로"_s));
+        QVERIFY(!theatre.shows(u"왼쪽 칸으로 옮기기"_s));
         theatre.picture(u"tab-menu"_s);
-        theatre.click(u"오른쪽으로 나누기"_s);
+        theatre.press(Qt::Key_Down);
+        theatre.press(Qt::Key_Down);
+        theatre.press(Qt::Key_Return);
         QTRY_COMPARE(seen(workspace), u"0*|>1*"_s);
-        QTRY_VERIFY(!theatre.shows(u"오른쪽으로 나누기"_s));
+        QTRY_VERIFY(!theatre.shows(u"탭을 왼쪽으로"_s));
         QTRY_VERIFY(composer(theatre));
         theatre.press(Qt::Key_F6, Qt::ShiftModifier);
         theatre.press(Qt::Key_Menu);
         QTRY_VERIFY(theatre.shows(u"왼쪽 칸으로 옮기기"_s));
+        theatre.picture(u"tab-menu-panes"_s);
         theatre.click(u"왼쪽 칸으로 옮기기"_s);
         QTRY_COMPARE(seen(workspace), u">0 1*"_s);
         QCOMPARE(theatre.warnings(), QStringList());

@@ -45,6 +45,7 @@ Menu {
         key: menu.key
         text: "왼쪽 칸으로 옮기기"
         keys: "Alt Shift ←"
+        iconName: "arrow-left"
         side: Panes.Left
     }
     TabMoveRow {
@@ -52,6 +53,7 @@ Menu {
         key: menu.key
         text: "오른쪽 칸으로 옮기기"
         keys: "Alt Shift →"
+        iconName: "arrow-right"
         side: Panes.Right
     }
     TabMoveRow {
@@ -59,6 +61,7 @@ Menu {
         key: menu.key
         text: "위 칸으로 옮기기"
         keys: "Alt Shift ↑"
+        iconName: "arrow-up"
         side: Panes.Above
     }
     TabMoveRow {
@@ -66,21 +69,24 @@ Menu {
         key: menu.key
         text: "아래 칸으로 옮기기"
         keys: "Alt Shift ↓"
+        iconName: "arrow-down"
         side: Panes.Below
     }
-    MenuRow {
+    TabShiftRow {
+        panes: menu.panes
+        key: menu.key
         text: "탭을 왼쪽으로"
-        iconName: "list"
         keys: "Ctrl Shift PgUp"
-        enabled: menu.panes.canShift(menu.key, -1)
-        onTriggered: menu.panes.shift(menu.key, -1)
+        iconName: "chevron-left"
+        places: -1
     }
-    MenuRow {
+    TabShiftRow {
+        panes: menu.panes
+        key: menu.key
         text: "탭을 오른쪽으로"
-        iconName: "list"
         keys: "Ctrl Shift PgDn"
-        enabled: menu.panes.canShift(menu.key, 1)
-        onTriggered: menu.panes.shift(menu.key, 1)
+        iconName: "chevron-right"
+        places: 1
     }
     MenuLine {}
     MenuRow {
