@@ -232,13 +232,13 @@ private Q_SLOTS:
         QTest::addColumn<int>("dragged");
         QTest::addColumn<QString>("wanted"); // pane, "strip" or side
         QTest::addColumn<QRectF>("mark");
-        // Two panes side by side, 0 and 1 in the left one, 2 in the right one; 1001 x 600.
-        QTest::newRow("tabs") << QPointF(20, 10) << 2 << u"left strip"_s << QRectF(0, 0, 500, 36);
-        QTest::newRow("middle") << QPointF(750, 300) << 0 << u"right"_s << QRectF(501, 36, 500, 564);
-        QTest::newRow("own middle") << QPointF(250, 300) << 0 << u"nothing"_s << QRectF();
-        QTest::newRow("own edge") << QPointF(10, 300) << 0 << u"left 0"_s << QRectF(0, 36, 250, 564);
-        QTest::newRow("own edge, alone") << QPointF(990, 300) << 2 << u"nothing"_s << QRectF();
-        QTest::newRow("below") << QPointF(750, 590) << 0 << u"right 3"_s << QRectF(501, 318, 500, 282);
+        // Two panes side by side, 0 and 1 in the left one, 2 in the right one; 1401 x 600.
+        QTest::newRow("tabs") << QPointF(20, 10) << 2 << u"left strip"_s << QRectF(0, 0, 700, 36);
+        QTest::newRow("middle") << QPointF(1050, 300) << 0 << u"right"_s << QRectF(701, 36, 700, 564);
+        QTest::newRow("own middle") << QPointF(350, 300) << 0 << u"nothing"_s << QRectF();
+        QTest::newRow("own edge") << QPointF(10, 300) << 0 << u"left 0"_s << QRectF(0, 36, 350, 564);
+        QTest::newRow("own edge, alone") << QPointF(1390, 300) << 2 << u"nothing"_s << QRectF();
+        QTest::newRow("below") << QPointF(1050, 590) << 0 << u"right 3"_s << QRectF(701, 318, 700, 282);
         QTest::newRow("outside") << QPointF(-5, 300) << 0 << u"nothing"_s << QRectF();
     }
 
@@ -251,14 +251,14 @@ private Q_SLOTS:
         const int left = tree.focused().id;
         tree.split(left, PaneSide::Right, session(2));
         const PaneDrop drop
-            = paneDropAt(tree, layoutPanes(tree, {1001, 600}), session(dragged), point, strip);
+            = paneDropAt(tree, layoutPanes(tree, {1401, 600}), session(dragged), point, strip);
         QString said = drop.pane == 0 ? u"nothing"_s : drop.pane == left ? u"left"_s : u"right"_s;
         said += drop.onStrip ? u" strip"_s : drop.side ? u" %1"_s.arg(static_cast<int>(*drop.side)) : u""_s;
         QTEST(said, "wanted");
         QCOMPARE(drop.mark, mark);
         // Where half a pane would be too little, its edge is as its middle.
         const PaneDrop narrow
-            = paneDropAt(tree, layoutPanes(tree, {801, 300}), session(0), {795, 100}, strip);
+            = paneDropAt(tree, layoutPanes(tree, {1001, 400}), session(0), {995, 200}, strip);
         QVERIFY(narrow.pane != left && !narrow.side);
     }
 

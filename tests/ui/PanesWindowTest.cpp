@@ -96,6 +96,7 @@ private Q_SLOTS:
         const QAbstractItemModelTester tabs(
             workspace.panes()->index(0).data(Panes::TabsRole).value<PaneTabs *>(),
             QAbstractItemModelTester::FailureReportingMode::QtTest);
+        theatre.window()->resize(1440, 1300); // room for three rows
         const struct {
             int key;
             Qt::KeyboardModifiers modifiers;
@@ -317,11 +318,13 @@ private Q_SLOTS:
         const Theatre theatre(stage);
         Workspace &workspace = theatre.workspace();
         theatre.press(Qt::Key_2, ctrl);
-        for (int panes = 2; panes <= 6; ++panes) {
-            theatre.press(Qt::Key_Backslash, panes % 2 == 0 ? Qt::KeyboardModifiers(ctrl) : ctrlShift);
+        for (int panes = 2; panes <= 6; ++panes) { // three columns, then a second row
+            theatre.press(Qt::Key_Backslash, panes <= 3 ? Qt::KeyboardModifiers(ctrl) : ctrlShift);
             theatre.picture(theme + u"-panes-%1"_s.arg(panes));
             QCOMPARE(workspace.panes()->count(), panes);
-            theatre.press(panes % 2 == 0 ? Qt::Key_Left : Qt::Key_Up, Qt::AltModifier);
+            if (panes > 3) {
+                theatre.press(Qt::Key_Left, Qt::AltModifier);
+            }
         }
         theatre.window()->resize(900, 600);
         theatre.picture(theme + u"-panes-6-narrow"_s);

@@ -58,7 +58,6 @@ Item {
         readonly property bool ready: frame.workspace.hasProjects
 
         anchors.centerIn: parent
-        width: Math.min(implicitWidth, parent.width - 32)
         visible: frame.bare && !(frame.lone && frame.workspace.agentMissing)
         title: ready ? "열린 세션이 없습니다" : "Vesk"
         text: ready ? "새 세션을 열면 여기에서 에이전트와 대화합니다"

@@ -34,7 +34,7 @@ struct PaneLayout {
 
 inline constexpr double paneLine = 1;
 /** What a pane shall have at least; where the window has less, everybody goes short by the same share. */
-inline constexpr QSizeF leastPane {240, 160};
+inline constexpr QSizeF leastPane {280, 260};
 
 [[nodiscard]] PaneLayout layoutPanes(const PaneTree &tree, const QSizeF &size);
 

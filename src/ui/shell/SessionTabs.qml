@@ -41,6 +41,13 @@ FocusScope {
         anchors.bottom: parent.bottom
         width: parent.width
     }
+    // Without a tab to bear the accent, the strip does.
+    Rectangle {
+        width: parent.width
+        height: 2
+        visible: strip.frame.bare && strip.frame.focused
+        color: Theme.accent
+    }
 
     ListView {
         id: list

@@ -131,7 +131,10 @@ FocusScope {
 
         onLoaded: {
             item.parent = pane
-            item.closed.connect(() => { menu.source = "" })
+            item.closed.connect(() => {
+                if (menu) // not while the window goes
+                    menu.source = ""
+            })
             item.renameRequested.connect((key, title) => pane.renameRequested(key, title))
             item.popup(pane, pane.mapFromItem(tab, 0, 0).x, pane.mapFromItem(tab, 0, tab.height).y)
         }
