@@ -63,6 +63,8 @@ Item {
             enabled: keymap.enabled
             sequences: modelData.keys
             onActivated: modelData.run()
+            // By two names of the same keys, as a shifted sign has them.
+            onActivatedAmbiguously: modelData.run()
         }
     }
 }
