@@ -1,7 +1,7 @@
 import QtQuick
 import Vesk.Controls
 
-// What stands in a list that has nothing: one sentence what belongs here, and one button.
+// What stands in a list that has nothing: one sentence what belongs here, and one button or two.
 Column {
     id: empty
 
@@ -9,8 +9,11 @@ Column {
     property string title
     property string actionText
     property string actionKeys
+    property string otherText
+    property string otherKeys
 
     signal actionTriggered()
+    signal otherTriggered()
 
     width: Math.min(360, parent ? parent.width - 32 : 360)
     spacing: 12
@@ -32,11 +35,21 @@ Column {
         elide: Text.ElideNone
         horizontalAlignment: Text.AlignHCenter
     }
-    VButton {
+    Row {
         anchors.horizontalCenter: parent.horizontalCenter
         visible: empty.actionText.length > 0
-        text: empty.actionText
-        keys: empty.actionKeys
-        onClicked: empty.actionTriggered()
+        spacing: 8
+
+        VButton {
+            text: empty.actionText
+            keys: empty.actionKeys
+            onClicked: empty.actionTriggered()
+        }
+        VButton {
+            visible: empty.otherText.length > 0
+            text: empty.otherText
+            keys: empty.otherKeys
+            onClicked: empty.otherTriggered()
+        }
     }
 }

@@ -13,6 +13,7 @@ Item {
     required property SessionsPane pane
 
     signal addProjectTriggered()
+    signal resumeTriggered()
     signal toggleSidebarTriggered()
     signal regionTriggered(int step)
 
@@ -22,6 +23,7 @@ Item {
         const rows = [
             { keys: ["Ctrl+N"], run: () => workspace.newSession() },
             { keys: ["Ctrl+O"], run: () => addProjectTriggered() },
+            { keys: ["Ctrl+R"], run: () => resumeTriggered() },
             { keys: ["Ctrl+W"], run: () => workspace.requestCloseCurrent() },
             { keys: ["Ctrl+Tab"], run: () => workspace.selectNext() },
             { keys: ["Ctrl+Shift+Tab", "Ctrl+Shift+Backtab"], run: () => workspace.selectPrevious() },

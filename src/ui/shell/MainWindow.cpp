@@ -6,6 +6,7 @@
 #include "ui/shell/Attention.h"
 #include "ui/shell/AuditView.h"
 #include "ui/shell/Projects.h"
+#include "ui/shell/ResumeView.h"
 #include "ui/shell/ViewSettings.h"
 #include "ui/shell/Workspace.h"
 
@@ -38,6 +39,7 @@ struct WindowObjects : QObject {
         , view(runtime.preferences(), runtime.keepAwake())
         , audit(runtime)
         , attention(workspace, runtime)
+        , resume(runtime)
     {
         geometrySettled.setSingleShot(true);
         geometrySettled.setInterval(geometrySettlesMs);
@@ -50,7 +52,8 @@ struct WindowObjects : QObject {
                 {u"addProject"_s, QVariant::fromValue(&addProject)},
                 {u"view"_s, QVariant::fromValue(&view)},
                 {u"audit"_s, QVariant::fromValue(&audit)},
-                {u"attention"_s, QVariant::fromValue(&attention)}};
+                {u"attention"_s, QVariant::fromValue(&attention)},
+                {u"resume"_s, QVariant::fromValue(&resume)}};
     }
 
     void follow(QQuickWindow &window)
@@ -82,6 +85,7 @@ struct WindowObjects : QObject {
     ViewSettings view;
     AuditView audit;
     Attention attention;
+    ResumeView resume;
     QTimer geometrySettled;
 };
 

@@ -12,6 +12,7 @@ Window {
     required property ViewSettings view
     required property AuditView audit
     required property Attention attention
+    required property ResumeView resume
 
     title: workspace.windowTitle
     minimumWidth: 900
@@ -34,5 +35,6 @@ Window {
         addProject: window.addProject
         view: window.view
         audit: window.audit
+        resume: window.resume
     }
 }

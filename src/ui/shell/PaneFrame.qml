@@ -17,6 +17,7 @@ Item {
     readonly property bool bare: shownIndex < 0
     readonly property alias tabStrip: strip
 
+    signal resumeRequested()
     signal tabMenuRequested(Item tab, string key, string title)
     signal tabDragged(point scenePoint)
 
@@ -64,6 +65,9 @@ Item {
             : "프로젝트 폴더를 이 창에 끌어다 놓아도 됩니다"
         actionText: ready ? "새 세션" : ""
         actionKeys: frame.focused ? "Ctrl N" : ""
+        otherText: ready && frame.lone ? "지난 대화" : ""
+        otherKeys: "Ctrl R"
+        onOtherTriggered: frame.resumeRequested()
         onActionTriggered: {
             frame.workspace.panes.focusPane(frame.pane)
             frame.workspace.newSession()

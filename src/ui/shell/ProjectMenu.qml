@@ -16,6 +16,11 @@ Menu {
         onTriggered: menu.panel.workspace.newSession(menu.alias)
     }
     MenuRow {
+        text: "지난 대화"
+        iconName: "resume"
+        onTriggered: menu.panel.resumeRequested(menu.alias)
+    }
+    MenuRow {
         text: "폴더 열기"
         iconName: "folder"
         onTriggered: Desktop.showFolder(menu.panel.projects.folder(menu.alias))

@@ -11,6 +11,7 @@ FocusScope {
     required property Workspace workspace
     required property Projects projects
 
+    signal resumeRequested(string alias)
     signal removeProjectRequested(string alias)
     signal renameRequested(string key, string title)
 

@@ -21,6 +21,7 @@ FocusScope {
     // The person has pointed at something in the current session; the focus is where that put it.
     property bool pointedAt: false
 
+    signal resumeRequested()
     signal auditLogRequested()
     signal renameRequested(string key, string title)
 
@@ -66,6 +67,7 @@ FocusScope {
 
             delegate: PaneFrame {
                 workspace: pane.workspace
+                onResumeRequested: pane.resumeRequested()
                 onTabMenuRequested: (tab, key, title) => menu.open(tab, key, title)
                 onTabDragged: scenePoint => area.dragTo(scenePoint)
             }

@@ -11,6 +11,7 @@ FocusScope {
     required property AddProject addProject
     required property ViewSettings view
     required property AuditView audit
+    required property ResumeView resume
 
     property bool sidebarShown: true
 
@@ -26,11 +27,19 @@ FocusScope {
         sheets.open("AuditLogSheet", { audit: audit })
     }
 
+    // Without a project: that of the current session.
+    function openResume(alias: string): void {
+        resume.show(alias.length > 0 ? alias : workspace.currentChat?.alias ?? "")
+        resumePanel.open()
+    }
+
     // F6 goes through these.
     function moveRegion(step: int): void {
         const regions = sidebarShown ? [sidebar, pane.tabStrip, pane.body] : [pane.tabStrip, pane.body]
         if (background.visible)
             regions.push(background)
+        if (resumePanel.item)
+            regions.push(resumePanel.item)
         let here = 0
         while (here < regions.length - 1 && !regions[here].activeFocus)
             ++here
@@ -79,6 +88,7 @@ FocusScope {
         projects: shell.projects
         view: shell.view
         onAddFolderRequested: shell.addFolder("")
+        onResumeRequested: alias => shell.openResume(alias)
         onRemoveProjectRequested: alias => sheets.open("RemoveProjectSheet", { projects: shell.projects, alias: alias })
         onRenameRequested: (key, title) => sheets.open("RenameSheet", { workspace: shell.workspace, key: key, oldTitle: title })
     }
@@ -104,6 +114,7 @@ FocusScope {
         anchors.right: background.left
         workspace: shell.workspace
         projects: shell.projects
+        onResumeRequested: shell.openResume("")
         onAuditLogRequested: shell.openAuditLog()
         onRenameRequested: (key, title) => sheets.open("RenameSheet", { workspace: shell.workspace, key: key, oldTitle: title })
     }
@@ -112,11 +123,25 @@ FocusScope {
         id: background
         anchors.top: auditBanner.bottom
         anchors.bottom: parent.bottom
-        anchors.right: parent.right
+        anchors.right: resumePanel.left
         workspace: shell.workspace
         view: shell.view
-        room: shell.width - pane.x
+        room: shell.width - pane.x - resumePanel.width
         onHidden: pane.focusBody()
+    }
+
+    ResumeHolder {
+        id: resumePanel
+        anchors.top: auditBanner.bottom
+        anchors.bottom: parent.bottom
+        anchors.right: parent.right
+        view: shell.resume
+        onResumed: key => {
+            shell.workspace.select(key)
+            pane.focusBody()
+        }
+        onDeleteRequested: (key, title) => sheets.open("DeleteConversationSheet", { view: shell.resume, key: key, conversation: title })
+        onClosed: pane.focusBody()
     }
 
     FolderDrop {
@@ -127,7 +152,10 @@ FocusScope {
 
     SheetHost {
         id: sheets
-        onClosedByUser: pane.focusBody()
+        onClosedByUser: {
+            if (!resumePanel.takeFocusBack())
+                pane.focusBody()
+        }
     }
 
     Keymap {
@@ -136,6 +164,7 @@ FocusScope {
         view: shell.view
         pane: pane
         onAddProjectTriggered: shell.addFolder("")
+        onResumeTriggered: resumePanel.item?.activeFocus ? resumePanel.close() : shell.openResume("")
         onToggleSidebarTriggered: shell.sidebarShown = !shell.sidebarShown
         onRegionTriggered: step => shell.moveRegion(step)
     }

@@ -11,6 +11,7 @@ FocusScope {
     required property ViewSettings view
 
     signal addFolderRequested()
+    signal resumeRequested(string alias)
     signal removeProjectRequested(string alias)
     signal renameRequested(string key, string title)
 
@@ -27,13 +28,22 @@ FocusScope {
         VButton {
             anchors.left: parent.left
             anchors.leftMargin: 12
-            anchors.right: newSession.left
+            anchors.right: resume.left
             anchors.rightMargin: 8
             anchors.verticalCenter: parent.verticalCenter
             iconName: "folder-plus"
             text: "폴더 추가"
             keys: "Ctrl O"
             onClicked: sidebar.addFolderRequested()
+        }
+        IconButton {
+            id: resume
+            anchors.right: newSession.left
+            anchors.verticalCenter: parent.verticalCenter
+            iconName: "resume"
+            text: "지난 대화"
+            keys: "Ctrl R"
+            onClicked: sidebar.resumeRequested("")
         }
         IconButton {
             id: newSession
@@ -80,6 +90,7 @@ FocusScope {
         focus: true
         workspace: sidebar.workspace
         projects: sidebar.projects
+        onResumeRequested: alias => sidebar.resumeRequested(alias)
         onRemoveProjectRequested: alias => sidebar.removeProjectRequested(alias)
         onRenameRequested: (key, title) => sidebar.renameRequested(key, title)
     }

@@ -1,0 +1,56 @@
+import QtQuick
+import Vesk.Controls
+import Vesk.Shell
+
+// The place of the panel of past conversations, whose file is read when it is first opened.
+Item {
+    id: holder
+
+    required property ResumeView view
+
+    readonly property Item item: loader.item as Item
+    // Where the keys were when a question about a conversation came up.
+    property bool asked: false
+
+    signal resumed(string key)
+    signal deleteRequested(string key, string title)
+    signal closed()
+
+    function open(): void {
+        if (!item)
+            loader.setSource(Qt.resolvedUrl("ResumePanel.qml"), { view: view })
+        item?.focusField()
+    }
+    function close(): void {
+        loader.source = ""
+        view.hide()
+        closed()
+    }
+    function takeFocusBack(): bool {
+        const takes = asked && item !== null
+        asked = false
+        if (takes)
+            item.focusList()
+        return takes
+    }
+
+    width: item ? Theme.px(404) : 0
+
+    Loader {
+        id: loader
+        anchors.fill: parent
+    }
+    Connections {
+        target: loader.item
+        ignoreUnknownSignals: true
+        function onCloseRequested(): void { holder.close() }
+    }
+    Connections {
+        target: holder.view
+        function onResumed(sessionKey: string): void { holder.resumed(sessionKey) }
+        function onDeleteConfirmationNeeded(key: string, title: string): void {
+            holder.asked = true
+            holder.deleteRequested(key, title)
+        }
+    }
+}
