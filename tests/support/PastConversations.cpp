@@ -28,11 +28,12 @@ QString asLine(const QString &type, const QJsonValue &content)
 
 } // namespace
 
-PastConversations::PastConversations(const QString &home)
+PastConversations::PastConversations(const QString &home, const QString &project)
     : m_home(home.isEmpty() ? m_folder.filePath(u"home"_s) : home)
+    , m_project(project.isEmpty() ? QFileInfo(m_folder.path()).canonicalFilePath() + u"/my_app.x"_s : project)
 {
     QDir().mkpath(folder());
-    QDir().mkpath(project());
+    QDir().mkpath(m_project);
 }
 
 QString PastConversations::root() const
@@ -42,7 +43,7 @@ QString PastConversations::root() const
 
 QString PastConversations::project() const
 {
-    return QFileInfo(m_folder.path()).canonicalFilePath() + u"/my_app.x"_s;
+    return m_project;
 }
 
 QString PastConversations::folder() const

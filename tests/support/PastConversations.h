@@ -12,8 +12,8 @@ namespace Vesk::Test
 class PastConversations
 {
 public:
-    /** Under a home of its own, or under this one. */
-    explicit PastConversations(const QString &home = {});
+    /** Under a home of its own, or under this one; of a project of its own, or of this one. */
+    explicit PastConversations(const QString &home = {}, const QString &project = {});
 
     [[nodiscard]] QString root() const;
     [[nodiscard]] QString project() const; ///< its folder; a name that old and new agents encode differently
@@ -35,7 +35,7 @@ public:
 
 private:
     QTemporaryDir m_folder;
-    QString m_home;
+    QString m_home, m_project;
 };
 
 } // namespace Vesk::Test

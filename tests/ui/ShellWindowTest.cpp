@@ -1,6 +1,7 @@
 // The main window itself, driven by keys and the mouse. With VESK_SHOTS in the environment it leaves pictures
 // there.
 #include "sessions/ProjectChat.h"
+#include "support/PastConversations.h"
 #include "support/TestRegistry.h"
 #include "ui/controls/Theme.h"
 #include "ui/shell/AuditView.h"
@@ -312,6 +313,53 @@ private Q_SLOTS:
         theatre.click(u"어둡게"_s);
         QCOMPARE(stage.preferences().theme(), ThemeChoice::Dark);
         QVERIFY(Theme::shared().dark());
+        QCOMPARE(theatre.warnings(), QStringList());
+    }
+
+    void pastConversations_data() { pictures_data(); }
+    void pastConversations()
+    {
+        QFETCH(QString, theme);
+        ShellStage stage;
+        fill(stage);
+        const Test::PastConversations billing(QDir::homePath(), QDir::homePath() + u"/src/billing"_s);
+        billing.write(u"c1"_s, {Test::PastConversations::titled(u"결제 취소 웹훅 재시도"_s)}, 200);
+        billing.write(u"c2"_s, {Test::PastConversations::said(u"refund rounding"_s)}, 4000);
+        billing.write(u"c3"_s, {Test::PastConversations::titled(u"가"_s.repeated(60))}, 100000);
+        for (int i = 0; i < 40; ++i) {
+            billing.write(u"d%1"_s.arg(i), {Test::PastConversations::titled(u"정산 점검 %1"_s.arg(i))}, 200000 + i);
+        }
+        const Theatre theatre(stage);
+        stage.preferences().setTheme(theme == u"dark" ? ThemeChoice::Dark : ThemeChoice::Light);
+        Theme::shared().setMode(theme);
+        theatre.press(Qt::Key_R, Qt::ControlModifier);
+        QTRY_VERIFY(theatre.shows(u"대화 43개"_s));
+        theatre.picture(u"resume-"_s + theme);
+
+        theatre.type(u"round"_s);
+        QTRY_VERIFY(theatre.shows(u"대화 43개 중 1개"_s));
+        theatre.press(Qt::Key_Return);
+        QTRY_COMPARE(theatre.workspace().currentChat()->title(), u"refund rounding"_s);
+        QCOMPARE(theatre.workspace().currentChat()->sessionId(), u"c2"_s);
+        theatre.picture(u"resumed-"_s + theme);
+
+        theatre.press(Qt::Key_R, Qt::ControlModifier);
+        theatre.press(Qt::Key_Tab);
+        theatre.press(Qt::Key_Delete);
+        QTRY_VERIFY(theatre.shows(u"열려 있는 대화는 휴지통으로 옮길 수 없습니다. 탭을 먼저 닫으세요."_s));
+        theatre.picture(u"resume-blocked-"_s + theme);
+        theatre.press(Qt::Key_Escape); // the filter
+        QTRY_VERIFY(theatre.shows(u"대화 43개"_s));
+        theatre.press(Qt::Key_End);
+        theatre.press(Qt::Key_Delete);
+        QTRY_VERIFY(theatre.shows(u"대화를 휴지통으로 옮길까요?"_s));
+        theatre.picture(u"resume-delete-"_s + theme);
+        theatre.click(u"휴지통으로"_s);
+        QTRY_VERIFY(theatre.shows(u"대화 42개"_s));
+        QVERIFY(!QFile::exists(billing.path(u"d39"_s)));
+        QTRY_VERIFY(!theatre.shows(u"대화를 휴지통으로 옮길까요?"_s));
+        theatre.press(Qt::Key_Escape);
+        QTRY_VERIFY(!theatre.shows(u"대화 42개"_s));
         QCOMPARE(theatre.warnings(), QStringList());
     }
 

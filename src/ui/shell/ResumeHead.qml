@@ -31,10 +31,20 @@ Item {
         visible: head.view.aliases.length > 0
         text: head.view.alias
         iconName: "folder"
+        rightPadding: Theme.px(12) + 14
         tip: "다른 프로젝트의 대화 보기"
         Accessible.role: Accessible.ButtonMenu
         Accessible.name: "프로젝트 " + head.view.alias
         onClicked: menu.setSource("ResumeProjectMenu.qml", { parent: project, view: head.view, visible: true })
+
+        Icon {
+            anchors.right: parent.right
+            anchors.rightMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            name: "chevron-down"
+            size: 12
+            color: Theme.text3
+        }
     }
     IconButton {
         id: refresh

@@ -8,7 +8,8 @@ Item {
 
     required property ResumeView view
 
-    readonly property Item item: loader.item as Item
+    // Not by its type: naming that here would load it before the first frame.
+    readonly property var item: loader.item
     // Where the keys were when a question about a conversation came up.
     property bool asked: false
 
