@@ -161,8 +161,8 @@ public:
     void respondToQuestion(const QList<QuestionAnswer> &answers);
     void appendSystemNote(const QString &text);
     void applyProjectDefaults(const ClaudeProjectSettings &settings);
-    /** Before the first turn of a session on a past conversation: what was said, and what its workflows left. The
-        first turn then continues it. */
+    /** Before the first turn of a session on a past conversation: what was said, and what its workflows left.
+       The first turn then continues it. */
     void seedResume(const QString &sessionId, QList<ChatMessage> messages,
                     QList<BackgroundTask> backgroundTasks);
     void seedRestoredContext(const std::optional<ContextLive> &live);

@@ -133,10 +133,9 @@ private Q_SLOTS:
         QCOMPARE(desk.resume.deleteResumableSession(session), ResumeDeleteOutcome::Deleted);
         QVERIFY(!QFile::exists(session.path));
         QCOMPARE(desk.resume.deleteResumableSession(session), ResumeDeleteOutcome::Failed);
-        QCOMPARE(
-            desk.log,
-            (QStringList {u"delete blocked (open tab): session 'c'"_s, u"trashed session 'c'"_s,
-                          u"SYS ERR delete failed: session 'c' (%1)"_s.arg(session.path)}));
+        QCOMPARE(desk.log,
+                 (QStringList {u"delete blocked (open tab): session 'c'"_s, u"trashed session 'c'"_s,
+                               u"SYS ERR delete failed: session 'c' (%1)"_s.arg(session.path)}));
     }
 
     void whatChangesWhileItIsReadCounts()

@@ -327,7 +327,8 @@ private Q_SLOTS:
         billing.write(u"c2"_s, {Test::PastConversations::said(u"refund rounding"_s)}, 4000);
         billing.write(u"c3"_s, {Test::PastConversations::titled(u"가"_s.repeated(60))}, 100000);
         for (int i = 0; i < 40; ++i) {
-            billing.write(u"d%1"_s.arg(i), {Test::PastConversations::titled(u"정산 점검 %1"_s.arg(i))}, 200000 + i);
+            billing.write(u"d%1"_s.arg(i), {Test::PastConversations::titled(u"정산 점검 %1"_s.arg(i))},
+                          200000 + i);
         }
         const Theatre theatre(stage);
         stage.preferences().setTheme(theme == u"dark" ? ThemeChoice::Dark : ThemeChoice::Light);

@@ -35,11 +35,7 @@ FocusScope {
 
     // F6 goes through these.
     function moveRegion(step: int): void {
-        const regions = sidebarShown ? [sidebar, pane.tabStrip, pane.body] : [pane.tabStrip, pane.body]
-        if (background.visible)
-            regions.push(background)
-        if (resumePanel.item)
-            regions.push(resumePanel.item)
+        const regions = [sidebar, pane.tabStrip, pane.body, background, resumePanel.item].filter(region => region?.visible ?? false)
         let here = 0
         while (here < regions.length - 1 && !regions[here].activeFocus)
             ++here
