@@ -3,14 +3,21 @@ import Vesk.Controls
 import Vesk.Chat
 
 // A line of a task's activity log; the latest stands out.
-Label {
+Item {
+    id: row
+
     required property BackgroundEntry entry
 
     implicitHeight: Theme.codeSmallLine
-    leftPadding: 24 + Theme.px(16)
-    rightPadding: 16
-    text: entry.title
-    font: Theme.codeSmall
-    color: entry.isLast ? Theme.text : Theme.text2
     Accessible.ignored: true
+
+    Label {
+        x: 24 + Theme.px(16)
+        width: parent.width - x - 16
+        height: parent.height
+        text: row.entry.title
+        font: Theme.codeSmall
+        color: row.entry.isLast ? Theme.text : Theme.text2
+        Accessible.ignored: true
+    }
 }

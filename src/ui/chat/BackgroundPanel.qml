@@ -40,6 +40,7 @@ FocusScope {
 
     ListView {
         id: list
+        objectName: "backgroundList"
         anchors.top: head.bottom
         anchors.bottom: foot.top
         width: parent.width

@@ -23,6 +23,8 @@ using Status = BackgroundTask::Status;
 // About what three lines of a narrow panel hold.
 constexpr qsizetype shortSummaryCharacters = 90;
 constexpr qsizetype shortSummaryLines = 3;
+// Beyond any number of tasks in one session.
+constexpr int sharedIdStep = 1 << 20;
 
 bool isLong(const QString &summary)
 {
@@ -266,11 +268,11 @@ QList<BackgroundRow> backgroundRows(const QList<BackgroundTask> &tasks, Backgrou
     QSet<int> written;
     for (const qsizetype place : panelOrder(tasks)) {
         const BackgroundTask &task = tasks.at(place);
-        const int number = keys.numberOf(task);
-        if (!written.contains(number)) {
-            written.insert(number);
-            writer.write(task, number);
-        }
+        int number = keys.numberOf(task);
+        while (written.contains(number)) // two tasks that claim one id are still two
+            number += sharedIdStep;
+        written.insert(number);
+        writer.write(task, number);
     }
     return rows;
 }
