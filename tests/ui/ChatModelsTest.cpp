@@ -292,10 +292,15 @@ private Q_SLOTS:
 
     void theContextIsUnknownUntilItIsKnown()
     {
-        QVERIFY(!contextGauge(std::nullopt));
-        QCOMPARE(contextGauge(ContextLive {124'000, {}, {}, false})->sizeText, u"124k / ?"_s);
-        QCOMPARE(contextGauge(ContextLive {124'000, {}, 200'000, false})->percentText, u"62%"_s);
-        QCOMPARE(contextGauge(ContextLive {210'000, {}, 200'000, false})->percentText, u"105%"_s);
+        const auto gauge = [](qint64 tokens, std::optional<qint64> window) {
+            return contextGauge(ContextLive {tokens, u"claude-opus-4-5-20251101"_s, window, false});
+        };
+        QCOMPARE(contextGauge(std::nullopt).sizeText, u"?"_s);
+        QCOMPARE(gauge(124'000, {}).sizeText, u"124k / ?"_s);
+        QCOMPARE(gauge(124'000, {}).percentText, QString());
+        QCOMPARE(gauge(124'000, {}).modelText, u"Opus 4.5"_s);
+        QCOMPARE(gauge(124'321, 200'000).help, u"컨텍스트 124,321 / 200,000 토큰 (62%) · Opus 4.5"_s);
+        QCOMPARE(gauge(210'000, 200'000).percentText, u"105%"_s);
     }
 
     void composerKeys_data()

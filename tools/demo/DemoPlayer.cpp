@@ -82,6 +82,8 @@ void DemoPlayer::onPrompt()
         return;
     const QString name =
         m_chat.pendingPermission() ? QStringLiteral("permission") : QStringLiteral("question");
+    if (auto *workspace = m_window.property("workspace").value<QObject *>())
+        workspace->setProperty("backgroundShown", m_chat.pendingQuestion().has_value());
     QTimer::singleShot(readingPause, this, [this, name] { takeShots(name, [this] { answer(); }); });
 }
 

@@ -32,7 +32,7 @@ Item {
         }
         Chip {
             anchors.verticalCenter: parent.verticalCenter
-            visible: text.length > 0
+            visible: text.length > 0 && head.width >= Theme.px(260)
             text: head.work.finishedText
         }
     }

@@ -35,6 +35,8 @@ Item {
         anchors.right: count.left
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
+        visible: row.width >= Theme.px(280)
+        width: visible ? implicitWidth : 0
         done: row.entry.done
         failed: row.entry.failed
         total: row.entry.total

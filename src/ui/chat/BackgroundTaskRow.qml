@@ -66,6 +66,7 @@ Item {
         }
         Chip {
             anchors.verticalCenter: parent.verticalCenter
+            visible: row.width >= Theme.px(280)
             text: row.entry.chip
             Accessible.ignored: true
         }

@@ -3,25 +3,40 @@
 #include "sessions/ProjectChat.h"
 #include "ui/chat/ChatWords.h"
 
+#include <QLocale>
+
 #include <cmath>
 
 namespace Vesk
 {
 
-std::optional<ContextGauge> contextGauge(const std::optional<ContextLive> &live)
+ContextGauge contextGauge(const std::optional<ContextLive> &live)
 {
-    if (!live) {
-        return std::nullopt;
-    }
     ContextGauge gauge;
-    const auto used = ChatWords::tokens(live->tokens);
-    if (!live->window || *live->window < 1) {
-        gauge.sizeText = used + QStringLiteral(" / ?");
+    if (!live) {
+        gauge.sizeText = QStringLiteral("?");
+        gauge.help = QStringLiteral("컨텍스트 — 첫 답이 오면 얼마나 찼는지 보입니다");
         return gauge;
     }
-    gauge.percent = 100.0 * static_cast<double>(live->tokens) / static_cast<double>(*live->window);
-    gauge.percentText = QStringLiteral("%1%").arg(std::lround(gauge.percent));
-    gauge.sizeText = used + QStringLiteral(" / ") + ChatWords::tokens(*live->window);
+    const QLocale numbers(QLocale::Korean);
+    const auto used = ChatWords::tokens(live->tokens);
+    gauge.modelText = ChatWords::modelName(live->model.value_or(QString()));
+    gauge.help = QStringLiteral("컨텍스트 %1").arg(numbers.toString(live->tokens));
+    if (live->window.value_or(0) < 1) {
+        gauge.sizeText = used + QStringLiteral(" / ?");
+        gauge.help += QStringLiteral(" 토큰 · 창 크기는 이 턴이 끝나면 알 수 있습니다");
+    } else {
+        gauge.percent = 100.0 * static_cast<double>(live->tokens) / static_cast<double>(*live->window);
+        gauge.percentText = QStringLiteral("%1%").arg(std::lround(gauge.percent));
+        gauge.sizeText = used + QStringLiteral(" / ") + ChatWords::tokens(*live->window);
+        gauge.help += QStringLiteral(" / %1 토큰 (%2)").arg(numbers.toString(*live->window), gauge.percentText);
+    }
+    if (!gauge.modelText.isEmpty()) {
+        gauge.help += QStringLiteral(" · ") + gauge.modelText;
+    }
+    if (live->isRestored) {
+        gauge.help += QStringLiteral(" · 지난 기록");
+    }
     return gauge;
 }
 

@@ -17,15 +17,17 @@ class ProjectChat;
 struct ContextLive;
 
 /** A context gauge in words: the percentage and the two sizes; while the window is unknown there is no
-   percentage, and "?" stands for its size. */
+   percentage, and "?" stands for its size; before the first answer "?" is all there is. */
 struct ContextGauge {
     double percent = 0; ///< 0 while the window is unknown
     QString percentText;
     QString sizeText;
+    QString modelText; ///< the model's short name; empty while unknown
+    QString help;      ///< the same in full numbers
     bool operator==(const ContextGauge &) const = default;
 };
 
-[[nodiscard]] std::optional<ContextGauge> contextGauge(const std::optional<ContextLive> &live);
+[[nodiscard]] ContextGauge contextGauge(const std::optional<ContextLive> &live);
 
 /** The pickers, the attachments, the context gauge and the two buttons. The draft itself is the session's. */
 class ComposerModel : public QObject
@@ -40,10 +42,11 @@ class ComposerModel : public QObject
     Q_PROPERTY(QString draft READ draft WRITE setDraft NOTIFY draftChanged)
     Q_PROPERTY(bool canSend READ canSend NOTIFY canSendChanged)
     Q_PROPERTY(bool canStop READ canStop NOTIFY canStopChanged)
-    Q_PROPERTY(bool hasContext READ hasContext NOTIFY contextChanged)
     Q_PROPERTY(double contextPercent READ contextPercent NOTIFY contextChanged)
     Q_PROPERTY(QString contextPercentText READ contextPercentText NOTIFY contextChanged)
     Q_PROPERTY(QString contextSizeText READ contextSizeText NOTIFY contextChanged)
+    Q_PROPERTY(QString contextModelText READ contextModelText NOTIFY contextChanged)
+    Q_PROPERTY(QString contextHelp READ contextHelp NOTIFY contextChanged)
 
 public:
     explicit ComposerModel(QObject *parent = nullptr);
@@ -58,10 +61,11 @@ public:
     void setDraft(const QString &draft);
     [[nodiscard]] bool canSend() const;
     [[nodiscard]] bool canStop() const;
-    [[nodiscard]] bool hasContext() const { return m_gauge.has_value(); }
-    [[nodiscard]] double contextPercent() const { return m_gauge ? m_gauge->percent : 0; }
-    [[nodiscard]] QString contextPercentText() const { return m_gauge ? m_gauge->percentText : QString(); }
-    [[nodiscard]] QString contextSizeText() const { return m_gauge ? m_gauge->sizeText : QString(); }
+    [[nodiscard]] double contextPercent() const { return m_gauge.percent; }
+    [[nodiscard]] QString contextPercentText() const { return m_gauge.percentText; }
+    [[nodiscard]] QString contextSizeText() const { return m_gauge.sizeText; }
+    [[nodiscard]] QString contextModelText() const { return m_gauge.modelText; }
+    [[nodiscard]] QString contextHelp() const { return m_gauge.help; }
 
     /** Sends the draft and its attachments, or queues them while a turn runs. False when there is nothing. */
     Q_INVOKABLE bool send();
@@ -80,7 +84,7 @@ private:
     PickerModel m_efforts;
     PickerModel m_modes;
     AttachmentList m_attachments;
-    std::optional<ContextGauge> m_gauge;
+    ContextGauge m_gauge;
 };
 
 } // namespace Vesk

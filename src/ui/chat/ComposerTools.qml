@@ -3,7 +3,7 @@ import Vesk.Controls
 import Vesk.Chat
 
 // Below the composer's text: attach, the three pickers, the context, stop and send. Where there is no room beside
-// each other the pickers wrap, and the context makes way first.
+// each other the pickers wrap, and the context says less.
 Item {
     id: tools
 
@@ -63,9 +63,7 @@ Item {
 
         ContextMeter {
             height: parent.height
-            visible: tools.model.hasContext
-                     && tools.choicesWidth + implicitWidth + actions.buttonsWidth + 24 < tools.width
-            rightPadding: 2
+            room: tools.width - tools.choicesWidth - actions.buttonsWidth - 24
             model: tools.model
         }
         VButton {
