@@ -248,6 +248,7 @@ void BackgroundTasks::failRunning(const QDateTime &now)
         if (task.status != BackgroundTask::Status::Running)
             continue;
         task.setStatus(BackgroundTask::Status::Failed, now);
+        task.endedWithChild = true;
         ended = true;
     }
     if (ended)

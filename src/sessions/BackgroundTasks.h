@@ -37,6 +37,7 @@ struct BackgroundTask {
     std::optional<WorkflowProgress> progress;
     std::optional<QString> endWord;  ///< the agent's own word for how it failed, as in "stopped"
     int activityOverflow = 0;        ///< lines dropped from the log
+    bool endedWithChild = false;     ///< cut off: the child that did it is gone
     bool isRestored = false;         ///< finished work of an earlier child, rebuilt from a file
     bool endsWithToolResult = false; ///< a sub-agent in the foreground: the turn waits for it
 

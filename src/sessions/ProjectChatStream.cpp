@@ -219,8 +219,7 @@ void ProjectChat::onUser(const StreamLine &line)
 {
     if (!line.message)
         return;
-    m_backgroundTasks.finalizeSubagentsFromToolResults(line.message->content,
-                                                       QDateTime::currentDateTime());
+    m_backgroundTasks.finalizeSubagentsFromToolResults(line.message->content, QDateTime::currentDateTime());
     recordToolResults(line.message->content);
     setCurrentActivity(thinking());
 }

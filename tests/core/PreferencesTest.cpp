@@ -43,7 +43,7 @@ private Q_SLOTS:
             preferences.setValue(odd, u"@문서, \"x\"; 1%"_s);
             preferences.setValue(u"gone"_s, 1);
             preferences.setValue(u"gone"_s, {});
-            QCOMPARE(changes.count(), 9);
+            QCOMPARE(changes.count(), 10);
             QCOMPARE(changes.at(1).first().toString(), u"orvane.keepAwake"_s);
         }
         Preferences preferences(m_path);

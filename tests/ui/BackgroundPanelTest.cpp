@@ -16,6 +16,7 @@
 #include <QQuickWindow>
 #include <QSignalSpy>
 #include <QtTest>
+
 #include <rapidcheck.h>
 
 using namespace Vesk;
@@ -51,8 +52,8 @@ QJsonObject taskLine(const QString &subtype, const QString &id, const QJsonObjec
 
 QJsonObject agentEntry(int index, int phase, const QString &state, int tokens = 0)
 {
-    return {{u"type"_s, u"workflow_agent"_s}, {u"index"_s, index},   {u"label"_s, u"a%1"_s.arg(index)},
-            {u"phaseIndex"_s, phase},         {u"state"_s, state},   {u"tokens"_s, tokens},
+    return {{u"type"_s, u"workflow_agent"_s},   {u"index"_s, index},  {u"label"_s, u"a%1"_s.arg(index)},
+            {u"phaseIndex"_s, phase},           {u"state"_s, state},  {u"tokens"_s, tokens},
             {u"model"_s, u"claude-opus-4-5"_s}, {u"toolCalls"_s, 12}, {u"durationMs"_s, 61'000}};
 }
 
@@ -93,10 +94,9 @@ public:
                          [this](const QModelIndex &, int first, int last, const QModelIndex &, int to) {
                              std::rotate(rows.begin() + to, rows.begin() + first, rows.begin() + last + 1);
                          });
-        QObject::connect(&model, &QAbstractItemModel::dataChanged, &m_context,
-                         [take](const QModelIndex &first, const QModelIndex &last) {
-                             take(first.row(), last.row());
-                         });
+        QObject::connect(
+            &model, &QAbstractItemModel::dataChanged, &m_context,
+            [take](const QModelIndex &first, const QModelIndex &last) { take(first.row(), last.row()); });
     }
 
     QStringList rows;
@@ -107,7 +107,8 @@ private:
 
 int count(QQuickItem *root, const char *type)
 {
-    int found = QString::fromLatin1(root->metaObject()->className()).startsWith(QLatin1StringView(type)) ? 1 : 0;
+    int found =
+        QString::fromLatin1(root->metaObject()->className()).startsWith(QLatin1StringView(type)) ? 1 : 0;
     for (QQuickItem *child : root->childItems()) {
         found += count(child, type);
     }
@@ -165,12 +166,16 @@ private Q_SLOTS:
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("kind");
         QTest::addColumn<QString>("detail");
-        QTest::newRow("agent") << QString() << QString() << QString() << u"look"_s << u"하위 에이전트"_s << u"실패"_s;
+        QTest::newRow("agent") << QString() << QString() << QString() << u"look"_s << u"하위 에이전트"_s
+                               << u"실패"_s;
         QTest::newRow("command") << u"local_bash"_s << QString() << u"killed"_s << u"look"_s << u"명령"_s
                                  << u"강제 종료됨(killed)"_s;
         QTest::newRow("workflow") << u"local_workflow"_s << u"release"_s << u"stopped"_s << u"release"_s
                                   << u"워크플로"_s << u"중단됨(stopped) · look"_s;
-        QTest::newRow("other") << u"monitor"_s << QString() << u"error"_s << u"look"_s << u"작업"_s << u"실패"_s;
+        QTest::newRow("cut off") << QString() << QString() << QString() << u"look"_s << u"하위 에이전트"_s
+                                 << u"세션과 함께 멈춤"_s;
+        QTest::newRow("other") << u"monitor"_s << QString() << u"error"_s << u"look"_s << u"작업"_s
+                               << u"실패"_s;
     }
 
     void wordsOfATask()
@@ -188,6 +193,7 @@ private Q_SLOTS:
         if (!endWord.isEmpty()) {
             work.endWord = endWord;
         }
+        work.endedWithChild = QByteArray(QTest::currentDataTag()) == "cut off";
         QTEST(BackgroundWords::title(work), "title");
         QTEST(BackgroundWords::kind(work), "kind");
         QTEST(BackgroundWords::detail(work), "detail");
@@ -228,14 +234,16 @@ private Q_SLOTS:
         const QAbstractItemModelTester tester(&model);
         model.setChat(&stage.chat());
         model.setShown(true);
-        stage.say(taskLine(u"task_started"_s, u"w"_s,
-                           {{u"workflow_name"_s, u"release"_s},
-                            {u"workflow_progress"_s,
-                             QJsonArray {phaseEntry(1, u"조사"_s), phaseEntry(2, u"검토"_s), phaseEntry(3, u"정리"_s),
-                                         agentEntry(1, 1, u"done"_s, 5000), agentEntry(2, 2, u"running"_s, 1000),
-                                         agentEntry(3, 2, u"failed"_s), agentEntry(4, 9, u"queued"_s)}}}));
-        QTRY_COMPARE(titles(model),
-                     QStringList({u"release"_s, u"1 조사"_s, u"2 검토"_s, u"a2"_s, u"a3"_s, u"3 정리"_s, u"기타"_s}));
+        stage.say(taskLine(
+            u"task_started"_s, u"w"_s,
+            {{u"workflow_name"_s, u"release"_s},
+             {u"workflow_progress"_s,
+              QJsonArray {phaseEntry(1, u"조사"_s), phaseEntry(2, u"검토"_s), phaseEntry(3, u"정리"_s),
+                          agentEntry(1, 1, u"done"_s, 5000), agentEntry(2, 2, u"running"_s, 1000),
+                          agentEntry(3, 2, u"failed"_s), agentEntry(4, 9, u"queued"_s)}}}));
+        QTRY_COMPARE(
+            titles(model),
+            QStringList({u"release"_s, u"1 조사"_s, u"2 검토"_s, u"a2"_s, u"a3"_s, u"3 정리"_s, u"기타"_s}));
         QCOMPARE(model.index(2).data(BackgroundModel::TotalRole).toInt(), 2);
         QCOMPARE(model.index(2).data(BackgroundModel::FailedRole).toInt(), 1);
         QCOMPARE(model.index(0).data(BackgroundModel::DetailRole).toString(), u"토큰 6k · 도구 48회"_s);
@@ -403,19 +411,26 @@ private Q_SLOTS:
         output.close();
         QJsonArray entries {phaseEntry(1, u"조사"_s), phaseEntry(2, u"검토"_s), phaseEntry(3, u"정리"_s)};
         for (int i = 0; i < 1200; ++i) {
-            entries << agentEntry(i, i < 4 ? 1 : 2, i < 7 ? u"done"_s : i == 8 ? u"failed"_s : u"running"_s, 900 * i);
+            entries << agentEntry(i, i < 4 ? 1 : 2,
+                                  i < 7        ? u"done"_s
+                                      : i == 8 ? u"failed"_s
+                                               : u"running"_s,
+                                  900 * i);
         }
         stage.useTool(u"b"_s, u"Bash"_s, {{u"command"_s, u"x"_s}});
         stage.say(taskLine(u"task_started"_s, u"b"_s,
                            {{u"description"_s, u"ctest -L load"_s}, {u"task_type"_s, u"local_bash"_s}}));
-        stage.say(taskLine(u"task_notification"_s, u"b"_s,
-                           {{u"output_file"_s, output.fileName()},
-                            {u"status"_s, u"stopped"_s},
-                            {u"summary"_s, QString(u"실데이터 크기에서 11분 40초. 쓰기 잠금 없음. "_s).repeated(9)}}));
-        stage.useTool(u"t"_s, u"Agent"_s,
-                      {{u"description"_s, u"문서와 코드의 어긋남 찾기"_s}, {u"subagent_type"_s, u"Explore"_s}});
+        stage.say(taskLine(
+            u"task_notification"_s, u"b"_s,
+            {{u"output_file"_s, output.fileName()},
+             {u"status"_s, u"stopped"_s},
+             {u"summary"_s, QString(u"실데이터 크기에서 11분 40초. 쓰기 잠금 없음. "_s).repeated(9)}}));
+        stage.useTool(
+            u"t"_s, u"Agent"_s,
+            {{u"description"_s, u"문서와 코드의 어긋남 찾기"_s}, {u"subagent_type"_s, u"Explore"_s}});
         for (const QString &line : {u"Grep"_s, u"Read"_s, u"Glob"_s, u"Read"_s}) {
-            stage.say(taskLine(u"task_progress"_s, u"t1"_s, {{u"tool_use_id"_s, u"t"_s}, {u"last_tool_name"_s, line}}));
+            stage.say(taskLine(u"task_progress"_s, u"t1"_s,
+                               {{u"tool_use_id"_s, u"t"_s}, {u"last_tool_name"_s, line}}));
         }
         stage.say(taskLine(u"task_progress"_s, u"w"_s,
                            {{u"workflow_name"_s, u"release-check"_s},
@@ -427,7 +442,8 @@ private Q_SLOTS:
         picture(window, theme, u"work"_s);
         QVERIFY(count(list, "BackgroundEntry") < 80); // only what can be seen, and a little
 
-        // By the keyboard: down to the running phase, fold it, to the end, open the command's task and its file.
+        // By the keyboard: down to the running phase, fold it, to the end, open the command's task and its
+        // file.
         list->forceActiveFocus();
         QTest::keyClick(&window, Qt::Key_Home);
         QTest::keyClick(&window, Qt::Key_Down);
@@ -465,7 +481,8 @@ private:
         if (!folder.isEmpty()) {
             QTest::qWait(200);
             QDir().mkpath(folder);
-            window.grabWindow().save(u"%1/background-%2-%3-%4.png"_s.arg(folder, name, theme).arg(window.width()));
+            window.grabWindow().save(
+                u"%1/background-%2-%3-%4.png"_s.arg(folder, name, theme).arg(window.width()));
         }
     }
 };

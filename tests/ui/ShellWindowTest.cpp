@@ -158,6 +158,15 @@ private Q_SLOTS:
         QVERIFY(!theatre.shows(u"보기"_s));
         theatre.press(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
 
+        // The background panel takes the keyboard, and gives it back to the composer.
+        theatre.press(Qt::Key_B, Qt::ControlModifier);
+        QVERIFY(theatre.shows(u"백그라운드"_s));
+        theatre.press(Qt::Key_Escape);
+        QVERIFY(!theatre.shows(u"백그라운드"_s));
+        theatre.type(u"x"_s);
+        QCOMPARE(workspace.currentChat()->composerInput(), u"x"_s);
+        theatre.press(Qt::Key_Backspace);
+
         // Regions: from the composer to the sidebar, where arrows and letters move and Enter opens.
         theatre.press(Qt::Key_F6);
         theatre.press(Qt::Key_End);

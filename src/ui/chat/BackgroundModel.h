@@ -22,8 +22,8 @@ class ProjectChat;
 /**
  * The rows of the panel. It follows one session, which may be exchanged; what was folded there is remembered.
  *
- * Lines of background work come in bursts: they are taken over at most every refreshMs, and only while the panel
- * is shown. What did not change is not announced.
+ * Lines of background work come in bursts: they are taken over at most every refreshMs, and only while the
+ * panel is shown. What did not change is not announced.
  */
 class BackgroundModel : public QAbstractListModel
 {
@@ -89,7 +89,8 @@ public:
     Q_INVOKABLE bool setOpen(int row, bool open);
     /** The row that this one lies in; -1 for a task and for no row. */
     Q_INVOKABLE [[nodiscard]] int parentOf(int row) const;
-    /** The first row at or after `from`, else from the top, whose title begins with `text`; -1 without one. */
+    /** The first row at or after `from`, else from the top, whose title begins with `text`; -1 without one.
+     */
     Q_INVOKABLE [[nodiscard]] int rowStartingWith(const QString &text, int from) const;
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;

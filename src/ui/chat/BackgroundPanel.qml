@@ -40,6 +40,9 @@ FocusScope {
 
     ListView {
         id: list
+
+        readonly property int page: Math.max(1, Math.floor(height / Theme.px(25)) - 1)
+
         objectName: "backgroundList"
         anchors.top: head.bottom
         anchors.bottom: foot.top
@@ -49,6 +52,8 @@ FocusScope {
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         keyNavigationEnabled: true
+        highlightMoveDuration: 0
+        highlightResizeDuration: 0
         topMargin: 4
         bottomMargin: 12
         model: work
@@ -63,6 +68,10 @@ FocusScope {
                 currentIndex = 0
             else if (event.key === Qt.Key_End)
                 currentIndex = count - 1
+            else if (event.key === Qt.Key_PageUp)
+                currentIndex = Math.max(0, currentIndex - page)
+            else if (event.key === Qt.Key_PageDown)
+                currentIndex = Math.min(count - 1, currentIndex + page)
             else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter || event.key === Qt.Key_Space)
                 work.activate(currentIndex)
             else if (event.key === Qt.Key_Right)

@@ -41,7 +41,7 @@ State stateOf(const WorkflowProgress::Agent &agent)
 {
     static constexpr std::array done {QLatin1StringView("done"), QLatin1StringView("completed"),
                                       QLatin1StringView("success")};
-    static constexpr std::array failed {QLatin1StringView("failed"),  QLatin1StringView("error"),
+    static constexpr std::array failed {QLatin1StringView("failed"), QLatin1StringView("error"),
                                         QLatin1StringView("stopped"), QLatin1StringView("killed"),
                                         QLatin1StringView("cancelled")};
     static constexpr std::array waiting {QLatin1StringView(""), QLatin1StringView("queued"),
@@ -168,10 +168,10 @@ private:
                 head.failed += state == State::Failed ? 1 : 0;
                 isRunning |= runs() && state == State::Running;
             }
-            head.state = isRunning                     ? State::Running
-                : head.failed > 0                      ? State::Failed
+            head.state = isRunning                             ? State::Running
+                : head.failed > 0                              ? State::Failed
                 : phase.total > 0 && phase.done == phase.total ? State::Done
-                                                       : State::Waiting;
+                                                               : State::Waiting;
             head.canOpen = phase.total > 0;
             head.isOpen = head.canOpen && isOpen(head.key, isRunning);
             m_rows.append(head);
@@ -211,7 +211,8 @@ private:
         BackgroundRow foot = row(Kind::Lines);
         foot.canOpen = log.size() > backgroundLatestLines;
         foot.isOpen = foot.canOpen && isOpen(foot.key, false);
-        const qsizetype shown = foot.isOpen ? log.size() : std::min<qsizetype>(log.size(), backgroundLatestLines);
+        const qsizetype shown =
+            foot.isOpen ? log.size() : std::min<qsizetype>(log.size(), backgroundLatestLines);
         for (qsizetype place = log.size() - shown; place < log.size(); ++place) {
             BackgroundRow line = row(Kind::Line, m_task->activityOverflow + place);
             line.title = log.at(place);

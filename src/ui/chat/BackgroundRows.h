@@ -64,8 +64,8 @@ struct BackgroundRow {
 /** How many lines of a task's log show until all of them are asked for. */
 inline constexpr int backgroundLatestLines = 3;
 
-/** The rows: running tasks first, newest on top, then the others by their end, latest on top. A running task and
-    the running phases of a workflow are open until a person folds them. */
+/** The rows: running tasks first, newest on top, then the others by their end, latest on top. A running task
+   and the running phases of a workflow are open until a person folds them. */
 [[nodiscard]] QList<BackgroundRow> backgroundRows(const QList<BackgroundTask> &tasks, BackgroundKeys &keys,
                                                   const BackgroundFolding &folding);
 

@@ -22,9 +22,8 @@ qint64 agentSum(const BackgroundTask &task, std::optional<qint64> WorkflowProgre
     if (!task.progress)
         return 0;
     const auto &agents = task.progress->agents;
-    return std::accumulate(agents.cbegin(), agents.cend(), qint64(0), [&](qint64 sum, const auto &agent) {
-        return sum + (agent.*number).value_or(0);
-    });
+    return std::accumulate(agents.cbegin(), agents.cend(), qint64(0),
+                           [&](qint64 sum, const auto &agent) { return sum + (agent.*number).value_or(0); });
 }
 
 /** The agent's own words for an end that was no success; another word stands for itself. */
@@ -35,6 +34,8 @@ QString endWords(const BackgroundTask &task)
         return QStringLiteral("중단됨(stopped)");
     if (word == u"killed")
         return QStringLiteral("강제 종료됨(killed)");
+    if (task.endedWithChild)
+        return QStringLiteral("세션과 함께 멈춤");
     return QStringLiteral("실패");
 }
 
@@ -74,7 +75,7 @@ QString kind(const BackgroundTask &task)
         return QStringLiteral("명령");
     const QString raw = task.taskTypeRaw.value_or(QString());
     return raw.isEmpty() || raw.contains(QLatin1StringView("agent")) ? QStringLiteral("하위 에이전트")
-                                                                    : QStringLiteral("작업");
+                                                                     : QStringLiteral("작업");
 }
 
 bool isCommand(const BackgroundTask &task)
@@ -103,9 +104,8 @@ QString detail(const BackgroundTask &task)
 
 QString lines(qsizetype shown, qsizetype kept, qsizetype total)
 {
-    QString words = shown == total
-        ? QStringLiteral("전체 %1줄").arg(total)
-        : QStringLiteral("최근 %1줄 · 전체 %2줄").arg(shown).arg(total);
+    QString words = shown == total ? QStringLiteral("전체 %1줄").arg(total)
+                                   : QStringLiteral("최근 %1줄 · 전체 %2줄").arg(shown).arg(total);
     if (shown == kept && kept < total)
         words += QStringLiteral(" · 앞 %1줄은 남아 있지 않음").arg(total - kept);
     return words;

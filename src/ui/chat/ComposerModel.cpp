@@ -29,7 +29,8 @@ ContextGauge contextGauge(const std::optional<ContextLive> &live)
         gauge.percent = 100.0 * static_cast<double>(live->tokens) / static_cast<double>(*live->window);
         gauge.percentText = QStringLiteral("%1%").arg(std::lround(gauge.percent));
         gauge.sizeText = used + QStringLiteral(" / ") + ChatWords::tokens(*live->window);
-        gauge.help += QStringLiteral(" / %1 토큰 (%2)").arg(numbers.toString(*live->window), gauge.percentText);
+        gauge.help +=
+            QStringLiteral(" / %1 토큰 (%2)").arg(numbers.toString(*live->window), gauge.percentText);
     }
     if (!gauge.modelText.isEmpty()) {
         gauge.help += QStringLiteral(" · ") + gauge.modelText;

@@ -44,7 +44,8 @@ class Workspace : public QObject
     Q_PROPERTY(QString windowTitle READ windowTitle NOTIFY windowTitleChanged)
     Q_PROPERTY(bool hasProjects READ hasProjects NOTIFY projectsChanged)
     Q_PROPERTY(bool windowActive READ windowActive WRITE setWindowActive NOTIFY windowActiveChanged)
-    Q_PROPERTY(bool backgroundShown READ backgroundShown WRITE setBackgroundShown NOTIFY backgroundShownChanged)
+    Q_PROPERTY(
+        bool backgroundShown READ backgroundShown WRITE setBackgroundShown NOTIFY backgroundShownChanged)
     Q_PROPERTY(bool agentMissing READ agentMissing NOTIFY agentMissingChanged)
     Q_PROPERTY(QString installText READ installText CONSTANT)
     Q_PROPERTY(QString installCommand READ installCommand CONSTANT)
