@@ -24,8 +24,9 @@ Flow {
             required property string size
             required property string path
             required property string preview
+            required property bool saving
 
-            readonly property bool isPicture: preview.length > 0
+            readonly property bool isPicture: preview.length > 0 && picture.status !== Image.Error
 
             width: Math.min(words.x + words.width + 34, chips.width)
             height: Theme.px(28)
@@ -43,7 +44,14 @@ Flow {
                 wanted: hover.hovered
                 text: chip.path
             }
+            RunningMark {
+                x: 6
+                anchors.verticalCenter: parent.verticalCenter
+                visible: chip.saving
+                moving: chip.saving
+            }
             Image {
+                id: picture
                 x: 4
                 anchors.verticalCenter: parent.verticalCenter
                 width: Theme.px(20)
@@ -59,7 +67,7 @@ Flow {
             Icon {
                 x: 8
                 anchors.verticalCenter: parent.verticalCenter
-                visible: !chip.isPicture
+                visible: !chip.isPicture && !chip.saving
                 name: "file"
                 size: 14
             }

@@ -65,14 +65,10 @@ FocusScope {
         anchors.fill: parent
         color: Theme.canvas
     }
-    DropArea {
+    AttachmentDrop {
         id: drop
         anchors.fill: parent
-        keys: ["text/uri-list"]
-        onDropped: drop => {
-            view.composer.attachments.add(drop.urls)
-            drop.accept()
-        }
+        attachments: view.composer.attachments
     }
     ColumnLayout {
         anchors.fill: parent

@@ -18,9 +18,35 @@ Rectangle {
     function focusEditor(): void {
         editor.focusText()
     }
-    function send(): void {
-        if (model.send())
-            sent()
+    Connections {
+        target: composer.model
+        function onSent(): void {
+            composer.sent()
+        }
+    }
+    // Not read before the first "/" or "@".
+    Loader {
+        id: popup
+        readonly property bool wanted: composer.model.completion.model.isActive
+        onWantedChanged: {
+            if (item)
+                (item as CompletionPopup).visible = wanted
+            else if (wanted)
+                setSource(Qt.resolvedUrl("CompletionPopup.qml"),
+                          { parent: column, completion: composer.model.completion, visible: true })
+        }
+    }
+    Binding {
+        when: popup.status === Loader.Ready
+        target: popup.item
+        property: "width"
+        value: column.width
+    }
+    Binding {
+        when: popup.status === Loader.Ready
+        target: popup.item
+        property: "y"
+        value: 6 - (popup.item?.height ?? 0)
     }
 
     Hairline {
@@ -64,14 +90,14 @@ Rectangle {
             model: composer.model
             lit: composer.dropTargeted
             nextItem: tools.firstItem
-            onSendRequested: composer.send()
+            onSendRequested: composer.model.send()
             onInterruptRequested: composer.status.softInterrupt()
         }
         ComposerTools {
             id: tools
             width: parent.width
             model: composer.model
-            onSendRequested: composer.send()
+            onSendRequested: composer.model.send()
             onStopRequested: composer.status.stop()
         }
     }

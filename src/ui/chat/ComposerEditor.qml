@@ -31,16 +31,26 @@ Rectangle {
     }
     ComposerKeys {
         editor: edit
+        composer: box.model
         onSendRequested: box.sendRequested()
         onInterruptRequested: box.interruptRequested()
     }
     Connections {
         target: box.model
         function onDraftChanged(): void {
+            const caret = box.model.caret
             if (edit.text !== box.model.draft) {
                 edit.text = box.model.draft
-                edit.cursorPosition = edit.length
+                edit.cursorPosition = caret
             }
+        }
+    }
+    Connections {
+        target: box.model.completion
+        function onReplaceRequested(start: int, end: int, text: string): void {
+            edit.remove(start, end)
+            edit.insert(start, text)
+            edit.cursorPosition = start + text.length
         }
     }
     Flickable {
@@ -77,7 +87,30 @@ Rectangle {
             Accessible.description: placeholder.text
             Accessible.multiLine: true
 
-            onTextChanged: box.model.draft = text
+            // What is put in from outside is no typing.
+            onTextChanged: {
+                if (text === box.model.draft)
+                    return
+                box.model.draft = text
+                box.model.caret = cursorPosition
+                box.model.completion.noteTyped(text, cursorPosition, preeditText)
+            }
+            onPreeditTextChanged: {
+                if (preeditText.length > 0)
+                    box.model.completion.noteTyped(text, cursorPosition, preeditText)
+                else
+                    box.model.completion.noteCaret(text, cursorPosition, preeditText)
+            }
+            onCursorPositionChanged: {
+                if (text === box.model.draft)
+                    box.model.caret = cursorPosition
+                box.model.completion.noteCaret(text, cursorPosition, preeditText)
+            }
+            onActiveFocusChanged: {
+                if (!activeFocus)
+                    box.model.completion.close()
+            }
+            Component.onCompleted: cursorPosition = box.model.caret
             onCursorRectangleChanged: {
                 if (cursorRectangle.y < flick.contentY)
                     flick.contentY = cursorRectangle.y

@@ -1,5 +1,6 @@
 #include "ui/chat/ComposerKeys.h"
 
+#include <QClipboard>
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QInputMethodEvent>
@@ -8,9 +9,9 @@
 namespace Vesk
 {
 
-ComposerKey composerKey(int key, Qt::KeyboardModifiers modifiers, const CompositionState &state)
+ComposerKey composerKey(int key, Qt::KeyboardModifiers modifiers, const CompositionState &state,
+                        bool completing)
 {
-    const bool isEnter = key == Qt::Key_Return || key == Qt::Key_Enter;
     if (state.composing) {
         switch (key) {
         case Qt::Key_Return:
@@ -27,15 +28,29 @@ ComposerKey composerKey(int key, Qt::KeyboardModifiers modifiers, const Composit
             return ComposerKey::Text;
         }
     }
-    const auto held = modifiers & ~Qt::KeypadModifier;
-    if (isEnter && held == Qt::NoModifier) {
-        return state.sinceEndMs && *state.sinceEndMs < compositionEndMs ? ComposerKey::InputMethod
-                                                                        : ComposerKey::Send;
+    if ((modifiers & ~Qt::KeypadModifier) != Qt::NoModifier) {
+        return ComposerKey::Text;
     }
-    if (key == Qt::Key_Escape && held == Qt::NoModifier) {
-        return ComposerKey::Interrupt;
+    const bool endedASyllable = state.sinceEndMs && *state.sinceEndMs < compositionEndMs;
+    switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return endedASyllable ? ComposerKey::InputMethod
+            : completing      ? ComposerKey::TakeCandidate
+                              : ComposerKey::Send;
+    case Qt::Key_Tab:
+        return !completing   ? ComposerKey::Text
+            : endedASyllable ? ComposerKey::InputMethod
+                             : ComposerKey::TakeCandidate;
+    case Qt::Key_Escape:
+        return completing ? ComposerKey::RefuseCandidates : ComposerKey::Interrupt;
+    case Qt::Key_Up:
+        return completing ? ComposerKey::PreviousCandidate : ComposerKey::Older;
+    case Qt::Key_Down:
+        return completing ? ComposerKey::NextCandidate : ComposerKey::Newer;
+    default:
+        return ComposerKey::Text;
     }
-    return ComposerKey::Text;
 }
 
 void ComposerKeys::setEditor(QQuickItem *editor)
@@ -69,38 +84,76 @@ bool ComposerKeys::eventFilter(QObject *watched, QEvent *event)
         m_composing = false;
         break;
     case QEvent::ShortcutOverride: {
-        const auto *press = static_cast<QKeyEvent *>(event);
-        if (composerKey(press->key(), press->modifiers(), state()) == ComposerKey::InputMethod) {
+        if (meaning(*static_cast<QKeyEvent *>(event)) == ComposerKey::InputMethod) {
             event->accept();
             return true;
         }
         break;
     }
-    case QEvent::KeyPress: {
-        const auto *press = static_cast<QKeyEvent *>(event);
-        switch (composerKey(press->key(), press->modifiers(), state())) {
-        case ComposerKey::Text:
-            break;
-        case ComposerKey::Send:
-            if (!press->isAutoRepeat()) {
-                Q_EMIT sendRequested();
-            }
-            return true;
-        case ComposerKey::Interrupt:
-            Q_EMIT interruptRequested();
-            return true;
-        case ComposerKey::InputMethod:
-            if (m_composing && (press->key() == Qt::Key_Return || press->key() == Qt::Key_Enter)) {
-                QGuiApplication::inputMethod()->commit();
-            }
+    case QEvent::KeyPress:
+        if (onKey(*static_cast<QKeyEvent *>(event))) {
             return true;
         }
         break;
-    }
     default:
         break;
     }
     return QObject::eventFilter(watched, event);
+}
+
+ComposerKey ComposerKeys::meaning(const QKeyEvent &press) const
+{
+    return composerKey(press.key(), press.modifiers(), state(),
+                       m_composer && m_composer->completion()->isOpen());
+}
+
+bool ComposerKeys::onKey(const QKeyEvent &press)
+{
+    if (press.matches(QKeySequence::Paste)) {
+        return onPaste();
+    }
+    const auto key = meaning(press);
+    switch (key) {
+    case ComposerKey::Text:
+        return false;
+    case ComposerKey::Send:
+        if (!press.isAutoRepeat()) {
+            Q_EMIT sendRequested();
+        }
+        return true;
+    case ComposerKey::Interrupt:
+        Q_EMIT interruptRequested();
+        return true;
+    case ComposerKey::Older:
+    case ComposerKey::Newer:
+        return m_composer
+            && m_composer->recall(key == ComposerKey::Older, m_editor->property("text").toString(),
+                                  m_editor->property("cursorPosition").toInt());
+    case ComposerKey::PreviousCandidate:
+        m_composer->completion()->model()->moveHighlight(-1);
+        return true;
+    case ComposerKey::NextCandidate:
+        m_composer->completion()->model()->moveHighlight(1);
+        return true;
+    case ComposerKey::TakeCandidate:
+        m_composer->completion()->confirm();
+        return true;
+    case ComposerKey::RefuseCandidates:
+        m_composer->completion()->refuse();
+        return true;
+    case ComposerKey::InputMethod:
+        if (m_composing && (press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter)) {
+            QGuiApplication::inputMethod()->commit();
+        }
+        return true;
+    }
+    return false;
+}
+
+bool ComposerKeys::onPaste()
+{
+    const auto *data = QGuiApplication::clipboard()->mimeData();
+    return m_composer && data && m_composer->attachments()->paste(*data);
 }
 
 CompositionState ComposerKeys::state() const

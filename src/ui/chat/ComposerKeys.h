@@ -1,12 +1,16 @@
 // The keys of the composer, and who they belong to.
 #pragma once
 
+#include "ui/chat/ComposerModel.h"
+
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
 
 #include <optional>
+
+class QKeyEvent;
 
 namespace Vesk
 {
@@ -16,6 +20,12 @@ enum class ComposerKey {
     Text, ///< the editor's own business
     Send,
     Interrupt,
+    Older, ///< the message sent before, where the editor itself has no use for the key
+    Newer,
+    PreviousCandidate, ///< these four only while a completion is open
+    NextCandidate,
+    TakeCandidate,
+    RefuseCandidates,
     InputMethod, ///< it belongs to the syllable that is being put together, or just was
 };
 
@@ -29,8 +39,8 @@ struct CompositionState {
    one, Enter means the syllable and not the message. */
 inline constexpr qint64 compositionEndMs = 50;
 
-[[nodiscard]] ComposerKey composerKey(int key, Qt::KeyboardModifiers modifiers,
-                                      const CompositionState &state);
+[[nodiscard]] ComposerKey composerKey(int key, Qt::KeyboardModifiers modifiers, const CompositionState &state,
+                                      bool completing = false);
 
 /** Watches the editor of a composer from below, before the editor and before the window's shortcuts. */
 class ComposerKeys : public QObject
@@ -38,6 +48,7 @@ class ComposerKeys : public QObject
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QQuickItem *editor READ editor WRITE setEditor NOTIFY editorChanged)
+    Q_PROPERTY(Vesk::ComposerModel *composer MEMBER m_composer NOTIFY composerChanged)
 
 public:
     using QObject::QObject;
@@ -49,13 +60,18 @@ public:
 
 Q_SIGNALS:
     void editorChanged();
+    void composerChanged();
     void sendRequested();
     void interruptRequested();
 
 private:
     [[nodiscard]] CompositionState state() const;
+    [[nodiscard]] ComposerKey meaning(const QKeyEvent &press) const;
+    bool onKey(const QKeyEvent &press); ///< true when the editor is not to see it
+    bool onPaste();
 
     QPointer<QQuickItem> m_editor;
+    QPointer<ComposerModel> m_composer;
     bool m_composing = false;
     QElapsedTimer m_sinceEnd;
 };

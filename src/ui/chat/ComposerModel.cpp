@@ -47,6 +47,8 @@ ComposerModel::ComposerModel(QObject *parent)
     , m_efforts(PickerModel::Subject::Effort, this)
     , m_modes(PickerModel::Subject::Mode, this)
 {
+    connect(&m_attachments, &AttachmentList::isSavingChanged, this, &ComposerModel::canSendChanged);
+    connect(&m_attachments, &AttachmentList::savingEnded, this, &ComposerModel::onSavingEnded);
 }
 
 void ComposerModel::setChat(ProjectChat *chat)
@@ -59,6 +61,9 @@ void ComposerModel::setChat(ProjectChat *chat)
     m_efforts.setChat(chat);
     m_modes.setChat(chat);
     m_attachments.setChat(chat);
+    m_completion.setChat(chat);
+    m_sendsWhenSaved = false;
+    m_walk = {};
     if (m_chat) {
         connect(m_chat, &ProjectChat::composerInputChanged, this, &ComposerModel::draftChanged);
         connect(m_chat, &ProjectChat::composerInputChanged, this, &ComposerModel::canSendChanged);
@@ -79,14 +84,29 @@ QString ComposerModel::draft() const
 
 void ComposerModel::setDraft(const QString &draft)
 {
-    if (m_chat) {
+    if (m_chat && m_chat->composerInput() != draft) {
+        m_sendsWhenSaved = false;
         m_chat->setComposerInput(draft);
+    }
+}
+
+int ComposerModel::caret() const
+{
+    return m_chat ? static_cast<int>(m_chat->composerCaret()) : 0;
+}
+
+void ComposerModel::setCaret(int caret)
+{
+    if (m_chat) {
+        m_chat->setComposerCaret(caret);
     }
 }
 
 bool ComposerModel::canSend() const
 {
-    return m_chat && (!m_chat->composerInput().trimmed().isEmpty() || !m_chat->attachments().isEmpty());
+    return m_chat
+        && (!m_chat->composerInput().trimmed().isEmpty() || !m_chat->attachments().isEmpty()
+            || m_attachments.isSaving());
 }
 
 bool ComposerModel::canStop() const
@@ -99,9 +119,39 @@ bool ComposerModel::send()
     if (!canSend()) {
         return false;
     }
+    m_completion.close();
+    m_sendsWhenSaved = m_attachments.isSaving();
+    if (m_sendsWhenSaved || !m_attachments.areAllThere()) {
+        return false;
+    }
     m_attachments.clearRefusal();
+    m_walk = {};
     m_chat->send(m_chat->composerInput());
+    Q_EMIT sent();
     return true;
+}
+
+void ComposerModel::onSavingEnded(bool whole)
+{
+    if (!whole) {
+        m_sendsWhenSaved = false;
+    } else if (m_sendsWhenSaved && !m_attachments.isSaving()) {
+        send();
+    }
+}
+
+bool ComposerModel::recall(bool older, const QString &text, int caret)
+{
+    if (!m_chat) {
+        return false;
+    }
+    const auto messages = sentMessages(m_chat->messages());
+    const auto shown =
+        older ? m_walk.older(messages, text, caret) : m_walk.newer(messages, text, caret);
+    if (shown) {
+        setDraft(*shown);
+    }
+    return shown.has_value();
 }
 
 void ComposerModel::updateGauge()

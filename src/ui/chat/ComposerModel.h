@@ -1,7 +1,9 @@
 // What the composer shows beside its text.
 #pragma once
 
+#include "sessions/SentMessages.h"
 #include "ui/chat/AttachmentList.h"
+#include "ui/chat/ComposerCompletion.h"
 #include "ui/chat/PickerModel.h"
 
 #include <QObject>
@@ -39,6 +41,8 @@ class ComposerModel : public QObject
     Q_PROPERTY(Vesk::PickerModel *efforts READ efforts CONSTANT)
     Q_PROPERTY(Vesk::PickerModel *modes READ modes CONSTANT)
     Q_PROPERTY(Vesk::AttachmentList *attachments READ attachments CONSTANT)
+    Q_PROPERTY(Vesk::ComposerCompletion *completion READ completion CONSTANT)
+    Q_PROPERTY(int caret READ caret WRITE setCaret)
     Q_PROPERTY(QString draft READ draft WRITE setDraft NOTIFY draftChanged)
     Q_PROPERTY(bool canSend READ canSend NOTIFY canSendChanged)
     Q_PROPERTY(bool canStop READ canStop NOTIFY canStopChanged)
@@ -57,8 +61,12 @@ public:
     [[nodiscard]] PickerModel *efforts() { return &m_efforts; }
     [[nodiscard]] PickerModel *modes() { return &m_modes; }
     [[nodiscard]] AttachmentList *attachments() { return &m_attachments; }
+    [[nodiscard]] ComposerCompletion *completion() { return &m_completion; }
     [[nodiscard]] QString draft() const;
     void setDraft(const QString &draft);
+    /** Where the draft's caret stands, in UTF-16 units. */
+    [[nodiscard]] int caret() const;
+    void setCaret(int caret);
     [[nodiscard]] bool canSend() const;
     [[nodiscard]] bool canStop() const;
     [[nodiscard]] double contextPercent() const { return m_gauge.percent; }
@@ -67,17 +75,22 @@ public:
     [[nodiscard]] QString contextModelText() const { return m_gauge.modelText; }
     [[nodiscard]] QString contextHelp() const { return m_gauge.help; }
 
-    /** Sends the draft and its attachments, or queues them while a turn runs. False when there is nothing. */
+    /** Sends the draft and its attachments, or queues them while a turn runs. False when nothing was sent: there
+        is nothing, an attachment is gone, or a picture is still being saved, which it then waits for. */
     Q_INVOKABLE bool send();
+    /** Puts an older or newer sent message into the composer; false when the key is the editor's own. */
+    bool recall(bool older, const QString &text, int caret);
 
 Q_SIGNALS:
     void draftChanged();
     void canSendChanged();
     void canStopChanged();
     void contextChanged();
+    void sent();
 
 private:
     void updateGauge();
+    void onSavingEnded(bool whole);
 
     QPointer<ProjectChat> m_chat;
     PickerModel m_models;
@@ -85,6 +98,9 @@ private:
     PickerModel m_modes;
     AttachmentList m_attachments;
     ContextGauge m_gauge;
+    ComposerCompletion m_completion;
+    SentMessageWalk m_walk;
+    bool m_sendsWhenSaved = false;
 };
 
 } // namespace Vesk

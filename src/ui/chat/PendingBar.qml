@@ -44,21 +44,32 @@ Bar {
 
                 Label {
                     x: 40
-                    width: parent.width - x - 48
+                    width: parent.width - x - 80
                     height: parent.height
                     text: entry.text
                     font: Theme.secondary
                     color: Theme.text2
                 }
-                IconButton {
+                Row {
                     anchors.right: parent.right
                     anchors.rightMargin: 12
                     anchors.verticalCenter: parent.verticalCenter
-                    side: 24
-                    iconSize: 14
-                    iconName: "edit"
-                    text: "컴포저로 되돌리기"
-                    onClicked: bar.pending.takeBack(entry.index)
+                    spacing: 4
+
+                    IconButton {
+                        side: 24
+                        iconSize: 14
+                        iconName: "edit"
+                        text: "컴포저로 되돌려 고치기"
+                        onClicked: bar.pending.takeBack(entry.index)
+                    }
+                    IconButton {
+                        side: 24
+                        iconSize: 14
+                        iconName: "trash"
+                        text: "이 메시지 보내지 않기"
+                        onClicked: bar.pending.remove(entry.index)
+                    }
                 }
             }
         }

@@ -60,6 +60,13 @@ void PendingSends::takeBack(int index)
     }
 }
 
+void PendingSends::remove(int index)
+{
+    if (m_chat && index >= 0 && index < count()) {
+        m_chat->takePendingLocalSend(m_entries.at(index).id);
+    }
+}
+
 void PendingSends::cancelAll()
 {
     if (m_chat) {

@@ -11,7 +11,7 @@ namespace Vesk
 
 class ProjectChat;
 
-/** The queue of a session: what each entry says, and the two ways out of it. */
+/** The queue of a session: what each entry says, and the ways out of it. */
 class PendingSends : public QAbstractListModel
 {
     Q_OBJECT
@@ -33,6 +33,7 @@ public:
     [[nodiscard]] QString countText() const; ///< "1건"
     /** Takes an entry out of the queue and puts it behind what stands in the composer. */
     Q_INVOKABLE void takeBack(int index);
+    Q_INVOKABLE void remove(int index);
     Q_INVOKABLE void cancelAll();
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
