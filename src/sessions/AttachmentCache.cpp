@@ -136,7 +136,8 @@ void prune(const QString &folder, const QDateTime &now)
 
 void pruneAtLaunch(const QString &cachesDir)
 {
-    QThreadPool::globalInstance()->start([folder = folderIn(cachesDir)] { prune(folder, QDateTime::currentDateTime()); });
+    QThreadPool::globalInstance()->start(
+        [folder = folderIn(cachesDir)] { prune(folder, QDateTime::currentDateTime()); });
 }
 
 } // namespace Vesk::AttachmentCache

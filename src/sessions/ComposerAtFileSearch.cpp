@@ -20,8 +20,9 @@ namespace
 {
 
 constexpr std::array<std::string_view, 17> skippedFolders {
-    ".git",  ".build", ".svn",  ".hg",         "node_modules", "dist",          "build", "DerivedData", ".next",
-    ".nuxt", ".venv",  "venv", "__pycache__", ".mypy_cache",  ".pytest_cache", "Pods",  "vendor"};
+    ".git",        ".build",      ".svn",          ".hg",   "node_modules", "dist",
+    "build",       "DerivedData", ".next",         ".nuxt", ".venv",        "venv",
+    "__pycache__", ".mypy_cache", ".pytest_cache", "Pods",  "vendor"};
 
 constexpr std::size_t maxDepth = 200; // a path below would not fit a file name any more
 

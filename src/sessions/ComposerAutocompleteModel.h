@@ -12,10 +12,6 @@ namespace Vesk
 class ComposerAutocompleteModel : public QAbstractListModel
 {
     Q_OBJECT
-    Q_PROPERTY(bool isActive READ isActive NOTIFY isActiveChanged)
-    Q_PROPERTY(QStringList candidates READ candidates NOTIFY candidatesChanged)
-    Q_PROPERTY(int highlighted READ highlighted NOTIFY highlightedChanged)
-    Q_PROPERTY(bool namesFiles READ namesFiles NOTIFY candidatesChanged)
 
 public:
     enum Roles {

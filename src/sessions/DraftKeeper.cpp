@@ -26,8 +26,8 @@ QJsonObject draftToJson(const SavedDraft &saved)
     QJsonObject object {{QStringLiteral("at"), saved.at.toUTC().toString(Qt::ISODateWithMs)},
                         {QStringLiteral("caret"), saved.draft.caret},
                         {QStringLiteral("folder"), saved.folder},
-                        {QStringLiteral("text"), saved.draft.text.first(
-                                                     qMin(saved.draft.text.size(), SavedDraft::maxTextLength))}};
+                        {QStringLiteral("text"),
+                         saved.draft.text.first(qMin(saved.draft.text.size(), SavedDraft::maxTextLength))}};
     if (!saved.conversation.isEmpty())
         object.insert(QStringLiteral("conversation"), saved.conversation);
     if (!saved.draft.attachments.isEmpty())

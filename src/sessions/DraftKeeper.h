@@ -64,9 +64,9 @@ private:
     AgentSessionStore &m_store;
     QString m_path;
     bool m_loaded = false;
-    bool m_readable = true;       // what cannot be read is not overwritten
-    QList<SavedDraft> m_waiting;  // for their sessions to be opened
-    QList<SavedDraft> m_open;     // as last noted, to keep their times
+    bool m_readable = true;      // what cannot be read is not overwritten
+    QList<SavedDraft> m_waiting; // for their sessions to be opened
+    QList<SavedDraft> m_open;    // as last noted, to keep their times
     QByteArray m_written;
     QTimer m_settled;
     QThreadPool m_writer; // one thread: files are written in order

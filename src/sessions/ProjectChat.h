@@ -35,7 +35,7 @@ struct SessionServices {
     ExecutableLocator *locator = nullptr;
     KeepAwakeController *keepAwake = nullptr;
     std::function<AnswerLanguage()> answerLanguage {}; ///< asked at every launch
-    QString cachesDir {}; ///< pasted pictures are kept below
+    QString cachesDir {};                              ///< pasted pictures are kept below
 };
 
 /** A message that was sent while a turn ran, and waits for its end. */
@@ -108,10 +108,13 @@ public:
     [[nodiscard]] AgentEffort effort() const { return m_effort; }
     void setEffort(AgentEffort effort);
     [[nodiscard]] const QString &composerInput() const { return m_composerInput; }
-    void setComposerInput(const QString &text); ///< the caret goes to its end
+    void setComposerInput(const QString &text);                               ///< the caret goes to its end
     [[nodiscard]] qsizetype composerCaret() const { return m_composerCaret; } ///< in UTF-16 units
     void setComposerCaret(qsizetype caret);
-    [[nodiscard]] ComposerDraft composerDraft() const { return {m_composerInput, m_composerCaret, m_attachments}; }
+    [[nodiscard]] ComposerDraft composerDraft() const
+    {
+        return {m_composerInput, m_composerCaret, m_attachments};
+    }
     /** Puts a draft of an earlier time into the composer; attachments that are gone are left out. */
     void restoreComposerDraft(const ComposerDraft &draft);
     [[nodiscard]] const QStringList &attachments() const { return m_attachments; }

@@ -21,12 +21,14 @@ namespace
 
 QByteArray smallPng()
 {
-    return QByteArray::fromBase64("iVBORw0KGgoAAAANSUhEUgAAAAIAAAABCAIAAAB7QOjdAAAAD0lEQVR4nGMQUDBwCEgAAAOHAVEweXTmAAAAAElFTkSuQmCC");
+    return QByteArray::fromBase64(
+        "iVBORw0KGgoAAAANSUhEUgAAAAIAAAABCAIAAAB7QOjdAAAAD0lEQVR4nGMQUDBwCEgAAAOHAVEweXTmAAAAAElFTkSuQmCC");
 }
 
 QByteArray smallBmp()
 {
-    return QByteArray::fromBase64("Qk0+AAAAAAAAADYAAAAoAAAAAgAAAAEAAAABABgAAAAAAAgAAAATCwAAEwsAAAAAAAAAAAAAECAwQFBgAAA=");
+    return QByteArray::fromBase64(
+        "Qk0+AAAAAAAAADYAAAAoAAAAAgAAAAEAAAABABgAAAAAAAgAAAATCwAAEwsAAAAAAAAAAAAAECAwQFBgAAA=");
 }
 
 constexpr qint64 mebibyte = 1024 * 1024;
@@ -118,8 +120,8 @@ private Q_SLOTS:
             QList<CachedFile> files;
             const auto count = *rc::gen::inRange(0, 12);
             for (int i = 0; i < count; ++i)
-                files.append({QString::number(i), now.addSecs(-*rc::gen::inRange(-5, 100)),
-                              *rc::gen::inRange(0, 50)});
+                files.append(
+                    {QString::number(i), now.addSecs(-*rc::gen::inRange(-5, 100)), *rc::gen::inRange(0, 50)});
             const auto plan = prunePlan(files, now, std::chrono::seconds(60), 100);
             qint64 left = 0;
             files.removeIf([&](const CachedFile &file) { return plan.contains(file.path); });

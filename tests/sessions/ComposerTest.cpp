@@ -10,9 +10,9 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <filesystem>
-
 #include <rapidcheck.h>
+
+#include <filesystem>
 
 using namespace Vesk;
 using namespace Qt::StringLiterals;
@@ -80,8 +80,9 @@ private Q_SLOTS:
     void filesAreRanked()
     {
         using ComposerAtFileSearch::rank;
-        const QStringList paths {u"cancel/notes.md"_s,       u"docs/order_cancel.md"_s, u"b/Cancel_twice.cpp"_s,
-                                 u"a/cancel_handler.cpp"_s, u"a/other.cpp"_s,          u"c/cancel_twice.cpp"_s};
+        const QStringList paths {u"cancel/notes.md"_s,    u"docs/order_cancel.md"_s,
+                                 u"b/Cancel_twice.cpp"_s, u"a/cancel_handler.cpp"_s,
+                                 u"a/other.cpp"_s,        u"c/cancel_twice.cpp"_s};
         QCOMPARE(rank(u"CANCEL"_s, paths, 8),
                  (QStringList {u"b/Cancel_twice.cpp"_s, u"c/cancel_twice.cpp"_s, u"a/cancel_handler.cpp"_s,
                                u"docs/order_cancel.md"_s, u"cancel/notes.md"_s}));
@@ -108,7 +109,8 @@ private Q_SLOTS:
         QVERIFY(QFile::setPermissions(tree.filePath(u"shut"_s), {}));
         QStringList found = ComposerAtFileSearch::search({}, tree.path(), 100);
         found.removeOne(u"shut/x"_s); // nothing is shut to the system's owner
-        QFile::setPermissions(tree.filePath(u"shut"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QFile::setPermissions(tree.filePath(u"shut"_s),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QCOMPARE(found, (QStringList {u"src/main.cpp"_s, u"top.txt"_s}));
         QVERIFY(ComposerAtFileSearch::search({}, tree.filePath(u"top.txt"_s), 8).isEmpty());
         QVERIFY(ComposerAtFileSearch::search({}, tree.filePath(u"nowhere"_s), 8).isEmpty());
@@ -125,7 +127,8 @@ private Q_SLOTS:
             for (int file = 0; file < 1000; ++file)
                 touch(tree.filePath(u"%1/%2"_s.arg(folder).arg(file)));
         }
-        QCOMPARE(ComposerAtFileSearch::search({}, tree.path(), 10'000).size(), ComposerAtFileSearch::maxPaths);
+        QCOMPARE(ComposerAtFileSearch::search({}, tree.path(), 10'000).size(),
+                 ComposerAtFileSearch::maxPaths);
     }
 
     void aNewerSearchTakesTheOldersPlace()
@@ -150,7 +153,9 @@ private Q_SLOTS:
     {
         ComposerAutocompleteModel model;
         const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
-        const auto token = [](const QString &text) { return ComposerAutocomplete::detect(text, text.size()); };
+        const auto token = [](const QString &text) {
+            return ComposerAutocomplete::detect(text, text.size());
+        };
         model.update(token(u"@"_s), {u"a"_s, u"src/Main.cpp"_s, u"c"_s});
         QVERIFY(model.isActive());
         model.moveHighlight(-1);

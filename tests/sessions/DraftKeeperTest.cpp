@@ -119,7 +119,8 @@ private Q_SLOTS:
         }));
         QList<SavedDraft> many;
         for (int i = 0; i < 60; ++i)
-            many.append({{}, u"/a"_s, {QString::number(i), 0, {}}, QDateTime::fromSecsSinceEpoch(i, Qt::UTC)});
+            many.append(
+                {{}, u"/a"_s, {QString::number(i), 0, {}}, QDateTime::fromSecsSinceEpoch(i, Qt::UTC)});
         const auto kept = decodeDrafts(encodeDrafts(many)).value();
         QCOMPARE(kept.size(), maxSavedDrafts);
         QCOMPARE(kept.last().draft.text, u"10"_s);

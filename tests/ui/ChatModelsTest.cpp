@@ -7,6 +7,9 @@
 #include "ui/ChatStage.h"
 
 #include <QAbstractItemModelTester>
+#include <QDir>
+#include <QImage>
+#include <QMimeData>
 #include <QtTest>
 
 #include <rapidcheck.h>
@@ -31,6 +34,8 @@ ToolActivity call(const QString &id, const QString &name, ToolActivity::Outcome 
     }
     return tool;
 }
+
+constexpr int completes = 1; // beside the modifiers, in a row of the keys
 
 constexpr auto fatal = QAbstractItemModelTester::FailureReportingMode::Fatal;
 
@@ -324,6 +329,20 @@ private Q_SLOTS:
         row("later", Qt::Key_Return, Qt::NoModifier, false, 400, ComposerKey::Send);
         row("escape", Qt::Key_Escape, Qt::NoModifier, false, -1, ComposerKey::Interrupt);
         row("composing escape", Qt::Key_Escape, Qt::NoModifier, true, -1, ComposerKey::InputMethod);
+        row("up", Qt::Key_Up, Qt::NoModifier, false, -1, ComposerKey::Older);
+        row("shift up", Qt::Key_Up, Qt::ShiftModifier, false, -1, ComposerKey::Text);
+        row("tab", Qt::Key_Tab, Qt::NoModifier, false, -1, ComposerKey::Text);
+        const auto completing = [&row](const char *name, int key, bool composing, int sinceEnd,
+                                       ComposerKey meaning) {
+            row(name, key, completes, composing, sinceEnd, meaning);
+        };
+        completing("takes by enter", Qt::Key_Return, false, -1, ComposerKey::TakeCandidate);
+        completing("takes by tab", Qt::Key_Tab, false, 400, ComposerKey::TakeCandidate);
+        completing("tab ends a syllable", Qt::Key_Tab, false, 3, ComposerKey::InputMethod);
+        completing("up in the list", Qt::Key_Up, false, -1, ComposerKey::PreviousCandidate);
+        completing("down in the list", Qt::Key_Down, false, -1, ComposerKey::NextCandidate);
+        completing("closes", Qt::Key_Escape, false, -1, ComposerKey::RefuseCandidates);
+        completing("composing in front of the list", Qt::Key_Down, true, -1, ComposerKey::InputMethod);
     }
 
     void composerKeys()
@@ -335,7 +354,9 @@ private Q_SLOTS:
         QFETCH(const int, meaning);
         const CompositionState state {composing,
                                       sinceEnd < 0 ? std::nullopt : std::optional<qint64>(sinceEnd)};
-        QCOMPARE(static_cast<int>(composerKey(key, Qt::KeyboardModifiers(modifiers), state)), meaning);
+        QCOMPARE(static_cast<int>(composerKey(key, Qt::KeyboardModifiers(modifiers & ~completes), state,
+                                              (modifiers & completes) != 0)),
+                 meaning);
     }
 
     void attachmentsAndRefusals()
@@ -352,8 +373,48 @@ private Q_SLOTS:
         QCOMPARE(list.count(), 1);
         QCOMPARE(list.data(list.index(0), AttachmentList::SizeRole).toString(), u"2KB"_s);
         QCOMPARE(list.refusal(), u"첨부할 수 없는 파일입니다 — a,b.csv"_s);
-        list.remove(0);
+        QVERIFY(file.remove());
+        QVERIFY(!list.areAllThere());
         QCOMPARE(list.count(), 0);
+        QCOMPARE(list.refusal(), u"첨부할 수 없는 파일입니다 — 환불 화면.png"_s);
+    }
+
+    void picturesAreSavedBesideTheWindow()
+    {
+        Test::ChatStage stage;
+        ComposerModel composer;
+        composer.setChat(&stage.chat());
+        auto &list = *composer.attachments();
+        const QAbstractItemModelTester tester(&list, fatal);
+        QMimeData picture;
+        QImage image(3000, 2000, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        picture.setImageData(image);
+        QMimeData broken;
+        broken.setData(u"image/png"_s, "nonsense");
+        QMimeData text;
+        text.setText(u"text"_s);
+        QVERIFY(!list.paste(text));
+
+        QVERIFY(list.paste(broken));
+        QCOMPARE(list.data(list.index(0), AttachmentList::SavingRole).toBool(), true);
+        QVERIFY2(!composer.send(), "it waits for the picture");
+        QTRY_VERIFY(!list.isSaving());
+        QCOMPARE(list.refusal(), u"첨부할 수 없는 파일입니다 — 붙여 넣은 이미지"_s);
+        QVERIFY2(!stage.chat().isRunning(), "what was refused is not left out unseen");
+
+        QVERIFY(list.paste(picture));
+        QVERIFY(list.paste(picture));
+        list.remove(0);
+        QVERIFY(!composer.send());
+        QTRY_VERIFY(stage.chat().isRunning());
+        QVERIFY(!list.isSaving());
+        const auto sent = stage.chat().messages().rows().first().attachments;
+        QCOMPARE(sent.size(), 1);
+        QVERIFY(sent.first().startsWith(stage.path(u"caches/attachments/pasted-"_s)));
+        QCOMPARE(QImage(sent.first()).size(), image.size());
+        const QDir cache(stage.path(u"caches/attachments"_s));
+        QTRY_COMPARE(cache.entryList(QDir::Files), QStringList {QFileInfo(sent.first()).fileName()});
     }
 };
 

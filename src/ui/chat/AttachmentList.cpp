@@ -30,7 +30,8 @@ bool holdsPicture(const QMimeData &data)
 {
     const auto formats = data.formats();
     return std::any_of(formats.begin(), formats.end(), [](const QString &format) {
-        return format.startsWith(QStringLiteral("image/")) || format == QStringLiteral("application/x-qt-image");
+        return format.startsWith(QStringLiteral("image/"))
+            || format == QStringLiteral("application/x-qt-image");
     });
 }
 
@@ -217,8 +218,8 @@ QVariant AttachmentList::data(const QModelIndex &index, int role) const
     case PathRole:
         return row.path;
     case PreviewRole: {
-        const auto isPicture = isSaved
-            && QImageReader::supportedImageFormats().contains(file.suffix().toLower().toLatin1());
+        const auto isPicture =
+            isSaved && QImageReader::supportedImageFormats().contains(file.suffix().toLower().toLatin1());
         return isPicture ? QUrl::fromLocalFile(file.filePath()).toString(QUrl::FullyEncoded) : QString();
     }
     case SavingRole:

@@ -48,7 +48,8 @@ public:
     Q_INVOKABLE void add(const QList<QUrl> &files);
     Q_INVOKABLE void remove(int index);
     void clearRefusal();
-    /** Looks whether every file is still there; those that are not leave the list and are named in `refusal`. */
+    /** Looks whether every file is still there; those that are not leave the list and are named in `refusal`.
+     */
     [[nodiscard]] bool areAllThere();
 
     /** Whether there is a file or a picture in it. */

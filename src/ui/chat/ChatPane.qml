@@ -92,6 +92,7 @@ FocusScope {
         PendingBar {
             Layout.fillWidth: true
             pending: view.pending
+            onTakenBack: composer.focusEditor()
         }
         NoticeFooter {
             Layout.fillWidth: true

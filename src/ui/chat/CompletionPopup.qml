@@ -23,14 +23,14 @@ Popup {
             width: parent.width
             height: popup.rows * Theme.px(30)
             model: popup.completion.model
-            currentIndex: popup.completion.model.highlighted
+            currentIndex: popup.completion.highlighted
             highlightFollowsCurrentItem: false
             boundsBehavior: Flickable.StopAtBounds
             clip: true
             T.ScrollBar.vertical: ScrollBar {}
             onCurrentIndexChanged: positionViewAtIndex(currentIndex, ListView.Contain)
             Accessible.role: Accessible.List
-            Accessible.name: popup.completion.model.namesFiles ? "파일" : "명령"
+            Accessible.name: popup.completion.namesFiles ? "파일" : "명령"
 
             delegate: CompletionRow {
                 id: row
@@ -38,8 +38,8 @@ Popup {
                 required property int index
 
                 width: list.width
-                isFile: popup.completion.model.namesFiles
-                highlighted: row.index === popup.completion.model.highlighted
+                isFile: popup.completion.namesFiles
+                highlighted: row.index === popup.completion.highlighted
                 onTaken: popup.completion.take(row.index)
             }
         }
@@ -63,7 +63,7 @@ Popup {
                 anchors.right: parent.right
                 anchors.rightMargin: 10
                 height: parent.height
-                visible: !popup.completion.model.namesFiles
+                visible: !popup.completion.namesFiles
                 text: list.count + "개"
                 font: Theme.meta
                 color: Theme.text3

@@ -27,7 +27,7 @@ Rectangle {
     // Not read before the first "/" or "@".
     Loader {
         id: popup
-        readonly property bool wanted: composer.model.completion.model.isActive
+        readonly property bool wanted: composer.model.completion.isOpen
         onWantedChanged: {
             if (item)
                 (item as CompletionPopup).visible = wanted

@@ -14,6 +14,11 @@ using ComposerAutocomplete::Trigger;
 ComposerCompletion::ComposerCompletion(QObject *parent)
     : QObject(parent)
 {
+    connect(&m_model, &ComposerAutocompleteModel::isActiveChanged, this, &ComposerCompletion::isOpenChanged);
+    connect(&m_model, &ComposerAutocompleteModel::highlightedChanged, this,
+            &ComposerCompletion::highlightedChanged);
+    connect(&m_model, &ComposerAutocompleteModel::candidatesChanged, this,
+            &ComposerCompletion::candidatesChanged);
     connect(&m_lookup, &ComposerFileLookup::found, this, &ComposerCompletion::onFound);
 }
 

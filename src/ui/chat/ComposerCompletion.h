@@ -1,35 +1,31 @@
-// The popup of a composer: what it offers for the word at the caret, and what taking an offer does to the text.
+// The popup of a composer: what it offers for the word at the caret, and what taking an offer does to the
+// text.
 #pragma once
 
 #include "sessions/ComposerAutocompleteModel.h"
 #include "sessions/ComposerFileLookup.h"
 
 #include <QPointer>
-#include <QtQml/qqml.h>
+#include <QtQml/qqmlregistration.h>
 
 namespace Vesk
 {
 
 class ProjectChat;
 
-/** Lets QML name the type of the list; sessions know nothing of QML. */
-struct ComposerAutocompleteModelForQml {
-    Q_GADGET
-    QML_FOREIGN(Vesk::ComposerAutocompleteModel)
-    QML_NAMED_ELEMENT(ComposerAutocompleteModel)
-    QML_UNCREATABLE("belongs to a composer")
-};
-
 /**
- * Opens only while somebody types: a text that is put into the composer, or a caret that is moved into a word,
- * opens nothing. A syllable that is being put together counts as typed.
+ * Opens only while somebody types: a text that is put into the composer, or a caret that is moved into a
+ * word, opens nothing. A syllable that is being put together counts as typed.
  */
 class ComposerCompletion : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("belongs to a composer")
-    Q_PROPERTY(Vesk::ComposerAutocompleteModel *model READ model CONSTANT)
+    Q_PROPERTY(QAbstractItemModel *model READ model CONSTANT)
+    Q_PROPERTY(bool isOpen READ isOpen NOTIFY isOpenChanged)
+    Q_PROPERTY(int highlighted READ highlighted NOTIFY highlightedChanged)
+    Q_PROPERTY(bool namesFiles READ namesFiles NOTIFY candidatesChanged)
 
 public:
     explicit ComposerCompletion(QObject *parent = nullptr);
@@ -38,11 +34,14 @@ public:
 
     [[nodiscard]] ComposerAutocompleteModel *model() { return &m_model; }
     [[nodiscard]] bool isOpen() const { return m_model.isActive(); }
+    [[nodiscard]] int highlighted() const { return m_model.highlighted(); }
+    [[nodiscard]] bool namesFiles() const { return m_model.namesFiles(); }
 
     /** The text was changed by typing; `preedit` is the syllable in the making, which stands at the caret. */
     Q_INVOKABLE void noteTyped(const QString &text, int caret, const QString &preedit);
     Q_INVOKABLE void noteCaret(const QString &text, int caret, const QString &preedit);
-    /** Takes the highlighted candidate; while its list is still that of an older query, as soon as it isn't. */
+    /** Takes the highlighted candidate; while its list is still that of an older query, as soon as it isn't.
+     */
     void confirm();
     Q_INVOKABLE void take(int index);
     /** Closes it for this word, until another one is begun. */
@@ -51,6 +50,9 @@ public:
     Q_INVOKABLE void close();
 
 Q_SIGNALS:
+    void isOpenChanged();
+    void highlightedChanged();
+    void candidatesChanged();
     /** The text from `start` to `end` (UTF-16 units, without a preedit) is to become `text`. */
     void replaceRequested(int start, int end, const QString &text);
 

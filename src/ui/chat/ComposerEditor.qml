@@ -21,6 +21,13 @@ Rectangle {
     border.width: edit.activeFocus || lit ? 2 : 1
     border.color: edit.activeFocus || lit ? Theme.accent : Theme.lineCtl
 
+    function showDraft(): void {
+        const caret = model.caret
+        if (edit.text !== model.draft) {
+            edit.text = model.draft
+            edit.cursorPosition = caret
+        }
+    }
     function focusText(): void {
         edit.forceActiveFocus()
     }
@@ -38,11 +45,7 @@ Rectangle {
     Connections {
         target: box.model
         function onDraftChanged(): void {
-            const caret = box.model.caret
-            if (edit.text !== box.model.draft) {
-                edit.text = box.model.draft
-                edit.cursorPosition = caret
-            }
+            box.showDraft()
         }
     }
     Connections {
@@ -70,7 +73,6 @@ Rectangle {
             objectName: "composerText"
             width: flick.width - 8
             height: Math.max(implicitHeight, flick.height)
-            text: box.model.draft
             textFormat: TextEdit.PlainText
             wrapMode: TextEdit.Wrap
             selectByMouse: true
@@ -102,6 +104,9 @@ Rectangle {
                     box.model.completion.noteCaret(text, cursorPosition, preeditText)
             }
             onCursorPositionChanged: {
+                // While a change is on its way the caret is told first, and the text is still the old one.
+                if (text.length !== length)
+                    return
                 if (text === box.model.draft)
                     box.model.caret = cursorPosition
                 box.model.completion.noteCaret(text, cursorPosition, preeditText)
@@ -110,7 +115,7 @@ Rectangle {
                 if (!activeFocus)
                     box.model.completion.close()
             }
-            Component.onCompleted: cursorPosition = box.model.caret
+            Component.onCompleted: box.showDraft()
             onCursorRectangleChanged: {
                 if (cursorRectangle.y < flick.contentY)
                     flick.contentY = cursorRectangle.y

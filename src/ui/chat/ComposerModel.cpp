@@ -146,8 +146,7 @@ bool ComposerModel::recall(bool older, const QString &text, int caret)
         return false;
     }
     const auto messages = sentMessages(m_chat->messages());
-    const auto shown =
-        older ? m_walk.older(messages, text, caret) : m_walk.newer(messages, text, caret);
+    const auto shown = older ? m_walk.older(messages, text, caret) : m_walk.newer(messages, text, caret);
     if (shown) {
         setDraft(*shown);
     }

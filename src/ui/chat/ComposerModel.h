@@ -75,8 +75,8 @@ public:
     [[nodiscard]] QString contextModelText() const { return m_gauge.modelText; }
     [[nodiscard]] QString contextHelp() const { return m_gauge.help; }
 
-    /** Sends the draft and its attachments, or queues them while a turn runs. False when nothing was sent: there
-        is nothing, an attachment is gone, or a picture is still being saved, which it then waits for. */
+    /** Sends the draft and its attachments, or queues them while a turn runs. False when nothing was sent:
+       there is nothing, an attachment is gone, or a picture is still being saved, which it then waits for. */
     Q_INVOKABLE bool send();
     /** Puts an older or newer sent message into the composer; false when the key is the editor's own. */
     bool recall(bool older, const QString &text, int caret);

@@ -11,6 +11,8 @@ Bar {
     required property PendingSends pending
     property bool isOpen: false
 
+    signal takenBack()
+
     visible: pending.count > 0
     implicitHeight: Theme.px(32) + (isOpen ? list.height : 0)
     onVisibleChanged: isOpen = false
@@ -61,7 +63,10 @@ Bar {
                         iconSize: 14
                         iconName: "edit"
                         text: "컴포저로 되돌려 고치기"
-                        onClicked: bar.pending.takeBack(entry.index)
+                        onClicked: {
+                            bar.pending.takeBack(entry.index)
+                            bar.takenBack()
+                        }
                     }
                     IconButton {
                         side: 24
