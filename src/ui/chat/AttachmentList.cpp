@@ -16,7 +16,7 @@ namespace
 
 QString pictureName()
 {
-    return QStringLiteral("붙여 넣은 이미지");
+    return QStringLiteral("이미지");
 }
 
 QList<QUrl> localFiles(const QMimeData &data)
@@ -212,7 +212,7 @@ QVariant AttachmentList::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case NameRole:
-        return isSaved ? file.fileName() : pictureName();
+        return isSaved && !isCached(row.path) ? file.fileName() : pictureName();
     case SizeRole:
         return isSaved ? ChatWords::fileSize(file.size()) : QStringLiteral("저장 중…");
     case PathRole:
@@ -236,6 +236,12 @@ QHash<int, QByteArray> AttachmentList::roleNames() const
             {PathRole, "path"},
             {PreviewRole, "preview"},
             {SavingRole, "saving"}};
+}
+
+// The name that a picture got in the cache tells nobody anything.
+bool AttachmentList::isCached(const QString &path) const
+{
+    return m_chat && !m_chat->cachesDir().isEmpty() && path.startsWith(m_chat->cachesDir() + u'/');
 }
 
 void AttachmentList::removeRow(qsizetype index)

@@ -89,6 +89,10 @@ Rectangle {
             Accessible.description: placeholder.text
             Accessible.multiLine: true
 
+            // While a change is on its way all else is told first, and the text is still the old one.
+            function settled(): bool {
+                return text.length === length
+            }
             // What is put in from outside is no typing.
             onTextChanged: {
                 if (text === box.model.draft)
@@ -98,14 +102,15 @@ Rectangle {
                 box.model.completion.noteTyped(text, cursorPosition, preeditText)
             }
             onPreeditTextChanged: {
+                if (!settled())
+                    return
                 if (preeditText.length > 0)
                     box.model.completion.noteTyped(text, cursorPosition, preeditText)
                 else
                     box.model.completion.noteCaret(text, cursorPosition, preeditText)
             }
             onCursorPositionChanged: {
-                // While a change is on its way the caret is told first, and the text is still the old one.
-                if (text.length !== length)
+                if (!settled())
                     return
                 if (text === box.model.draft)
                     box.model.caret = cursorPosition
