@@ -126,19 +126,21 @@ public:
 
     std::function<void(const QString &key)> onTriggered;
 
+    // Types are written out: the bus finds those of slots by these words, not by another name for them.
 public Q_SLOTS:
     uint GetLayout(int parentId, int recursionDepth, const QStringList &propertyNames,
                    Vesk::TrayMenuNode &layout);
-    Vesk::TrayMenuPropertiesList GetGroupProperties(const QList<int> &ids, const QStringList &propertyNames);
+    QList<Vesk::TrayMenuProperties> GetGroupProperties(const QList<int> &ids,
+                                                       const QStringList &propertyNames);
     QDBusVariant GetProperty(int id, const QString &name);
     void Event(int id, const QString &eventId, const QDBusVariant &data, uint timestamp);
-    QList<int> EventGroup(const Vesk::TrayMenuEvents &events);
+    QList<int> EventGroup(const QList<Vesk::TrayMenuEvent> &events);
     bool AboutToShow(int id);
     QList<int> AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors);
 
 Q_SIGNALS:
-    void ItemsPropertiesUpdated(const Vesk::TrayMenuPropertiesList &updated,
-                                const Vesk::TrayMenuPropertiesList &removed);
+    void ItemsPropertiesUpdated(const QList<Vesk::TrayMenuProperties> &updated,
+                                const QList<Vesk::TrayMenuProperties> &removed);
     void LayoutUpdated(uint revision, int parent);
 
 private:

@@ -7,6 +7,7 @@
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusMessage>
+#include <QDBusMetaType>
 #include <QDBusPendingCall>
 #include <QDBusPendingReply>
 #include <QtTest>
@@ -60,7 +61,27 @@ QList<Line> linesOf(const QDBusMessage &reply)
     return lines;
 }
 
+/** A click on a line, as a group of events holds it. */
+struct TrayClick {
+    int id = 0;
+};
+
+[[maybe_unused]] QDBusArgument &operator<<(QDBusArgument &argument, const TrayClick &click)
+{
+    argument.beginStructure();
+    argument << click.id << u"clicked"_s << QDBusVariant(0) << 0U;
+    argument.endStructure();
+    return argument;
+}
+
+[[maybe_unused]] const QDBusArgument &operator>>(const QDBusArgument &argument, TrayClick &)
+{
+    return argument;
+}
+
 } // namespace
+
+Q_DECLARE_METATYPE(TrayClick)
 
 class TrayItemTest : public QObject
 {
@@ -69,6 +90,7 @@ class TrayItemTest : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
+        qDBusRegisterMetaType<TrayClick>();
         m_bus = std::make_unique<Test::PrivateBus>();
         if (m_bus->address().isEmpty())
             QSKIP("no dbus-daemon");
@@ -168,6 +190,30 @@ private Q_SLOTS:
         ask(u"/Menu"_s, menuInterface(), u"Event"_s,
             {quit, u"hovered"_s, QVariant::fromValue(QDBusVariant(0)), 0U});
         QTRY_COMPARE(chosen, (QStringList {u"session:1/t"_s, u"quit/"_s}));
+
+        // Panels differ in the calls that they prefer.
+        QDBusArgument events;
+        events.beginArray(QMetaType::fromType<TrayClick>());
+        for (const int id : {quit, session})
+            events << TrayClick {id};
+        events.endArray();
+        QCOMPARE(ask(u"/Menu"_s, menuInterface(), u"EventGroup"_s, {QVariant::fromValue(events)}).signature(),
+                 u"ai"_s);
+        QTRY_COMPARE(chosen.mid(2), (QStringList {u"quit/"_s, u"session:1/"_s}));
+        QCOMPARE(ask(u"/Menu"_s, menuInterface(), u"AboutToShowGroup"_s, {QVariant::fromValue(QList {0})})
+                     .signature(),
+                 u"aiai"_s);
+        QCOMPARE(ask(u"/Menu"_s, menuInterface(), u"GetGroupProperties"_s,
+                     {QVariant::fromValue(QList {quit}), QStringList()})
+                     .signature(),
+                 u"a(ia{sv})"_s);
+        QCOMPARE(ask(u"/Menu"_s, menuInterface(), u"GetProperty"_s, {quit, u"label"_s})
+                     .arguments()
+                     .constFirst()
+                     .value<QDBusVariant>()
+                     .variant()
+                     .toString(),
+                 u"끝내기"_s);
         ask(u""_s, u"org.kde.StatusNotifierItem"_s, u"Activate"_s, {3, 4});
         QTRY_COMPARE(chosen.last(), u"activated"_s);
     }

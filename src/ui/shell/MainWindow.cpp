@@ -30,6 +30,12 @@ Q_LOGGING_CATEGORY(lcUi, "vesk.ui")
 
 constexpr int geometrySettlesMs = 500;
 
+/** Not quit(), which would first close the window: that hides it, or asks. */
+void endProgram()
+{
+    QCoreApplication::exit(0);
+}
+
 /** What the QML of the window stands on. */
 struct WindowObjects : QObject {
     explicit WindowObjects(Runtime &runtime)
@@ -65,8 +71,7 @@ struct WindowObjects : QObject {
         // The desktop is not asked for anything before the window is there.
         connect(&window, &QQuickWindow::frameSwapped, &attention, &Attention::begin,
                 static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
-        connect(
-            &attention, &Attention::endAsked, qApp, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+        connect(&attention, &Attention::endAsked, qApp, &endProgram, Qt::QueuedConnection);
         connect(&geometrySettled, &QTimer::timeout, this, [this, &window] {
             if (window.isVisible() && window.visibility() == QWindow::Windowed) {
                 view.keepWindowGeometry(window.x(), window.y(), window.width(), window.height());
@@ -113,7 +118,7 @@ std::unique_ptr<QQuickWindow> createMainWindow(QQmlEngine &engine, Runtime &runt
     static_cast<void>(object.release());
     window->setGeometry(objects->view.windowGeometry());
     objects->follow(*window);
-    QObject::connect(&engine, &QQmlEngine::quit, window.get(), &QCoreApplication::quit, Qt::QueuedConnection);
+    QObject::connect(&engine, &QQmlEngine::quit, window.get(), &endProgram, Qt::QueuedConnection);
     // Its last child: what the QML made goes first.
     objects.release()->setParent(window.get());
 
