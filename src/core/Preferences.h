@@ -95,6 +95,8 @@ public:
     [[nodiscard]] QString settingsPane() const;
     void setSettingsPane(const QString &id);
 
+    /** Where they are kept. */
+    [[nodiscard]] QString path() const { return m_settings.fileName(); }
     /** Writes what is not written yet; else this happens when the event loop is next reached. */
     void sync();
 

@@ -75,8 +75,12 @@ private Q_SLOTS:
         QVERIFY(theatre.window());
         fill(stage);
         theatre.picture(theme + u"-main"_s);
-        theatre.click(u"보기"_s);
-        theatre.picture(theme + u"-view"_s);
+        theatre.click(u"설정"_s);
+        for (const QString &section : {u"general"_s, u"files"_s, u"about"_s}) {
+            theatre.picture(theme + u"-settings-"_s + section);
+            theatre.press(Qt::Key_Down);
+        }
+        theatre.press(Qt::Key_Home);
         theatre.press(Qt::Key_Escape);
         QTRY_VERIFY(!theatre.shows(u"글자 크기"_s));
         theatre.press(Qt::Key_4, Qt::ControlModifier);
@@ -99,6 +103,8 @@ private Q_SLOTS:
         }
         theatre.window()->resize(900, 600);
         theatre.picture(theme + u"-160-small"_s);
+        theatre.press(Qt::Key_Comma, Qt::ControlModifier);
+        theatre.picture(theme + u"-160-settings"_s);
         QCOMPARE(theatre.warnings(), QStringList());
     }
 
@@ -153,9 +159,9 @@ private Q_SLOTS:
         QCOMPARE(stage.preferences().textSize(), 100);
         theatre.press(Qt::Key_W, Qt::ControlModifier);
         QCOMPARE(workspace.tabs()->count(), 2);
-        QVERIFY(theatre.shows(u"보기"_s));
+        QVERIFY(theatre.shows(u"설정"_s));
         theatre.press(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
-        QVERIFY(!theatre.shows(u"보기"_s));
+        QVERIFY(!theatre.shows(u"설정"_s));
         theatre.press(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
 
         // The background panel takes the keyboard, and gives it back to the composer.
@@ -235,7 +241,7 @@ private Q_SLOTS:
         theatre.press(Qt::Key_N, Qt::ControlModifier);
         theatre.press(Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(theatre.workspace().tabs()->count(), 0);
-        QVERIFY(theatre.shows(u"보기"_s));
+        QVERIFY(theatre.shows(u"설정"_s));
 
         QDir().mkpath(stage.path(u"money"_s));
         theatre.type(stage.path(u"money"_s));
@@ -317,7 +323,7 @@ private Q_SLOTS:
         QTRY_COMPARE(stage.runtime().catalogEntries().size(), 1);
         QTRY_VERIFY(!theatre.shows(u"프로젝트를 목록에서 뺄까요?"_s));
 
-        theatre.click(u"보기"_s);
+        theatre.click(u"설정"_s);
         QTRY_VERIFY(theatre.shows(u"글자 크기"_s));
         theatre.click(u"어둡게"_s);
         QCOMPARE(stage.preferences().theme(), ThemeChoice::Dark);

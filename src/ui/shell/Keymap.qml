@@ -14,6 +14,7 @@ Item {
 
     signal addProjectTriggered()
     signal resumeTriggered()
+    signal settingsTriggered()
     signal toggleSidebarTriggered()
     signal regionTriggered(int step)
 
@@ -37,6 +38,7 @@ Item {
             { keys: ["Ctrl++", "Ctrl+="], run: () => view.enlargeText() },
             { keys: ["Ctrl+-"], run: () => view.shrinkText() },
             { keys: ["Ctrl+0"], run: () => view.resetText() },
+            { keys: ["Ctrl+,"], run: () => settingsTriggered() },
             { keys: ["F6"], run: () => regionTriggered(1) },
             { keys: ["Shift+F6"], run: () => regionTriggered(-1) },
             { keys: ["Ctrl+Shift+E"], run: () => toggleSidebarTriggered() },

@@ -7,6 +7,7 @@
 #include "ui/shell/AuditView.h"
 #include "ui/shell/Projects.h"
 #include "ui/shell/ResumeView.h"
+#include "ui/shell/Settings.h"
 #include "ui/shell/ViewSettings.h"
 #include "ui/shell/Workspace.h"
 
@@ -44,6 +45,7 @@ struct WindowObjects : QObject {
         , addProject(projects)
         , view(runtime.preferences(), runtime.keepAwake())
         , audit(runtime)
+        , settings(runtime, view)
         , attention(workspace, runtime)
         , resume(runtime)
     {
@@ -58,6 +60,7 @@ struct WindowObjects : QObject {
                 {u"addProject"_s, QVariant::fromValue(&addProject)},
                 {u"view"_s, QVariant::fromValue(&view)},
                 {u"audit"_s, QVariant::fromValue(&audit)},
+                {u"settings"_s, QVariant::fromValue(&settings)},
                 {u"attention"_s, QVariant::fromValue(&attention)},
                 {u"resume"_s, QVariant::fromValue(&resume)}};
     }
@@ -89,6 +92,7 @@ struct WindowObjects : QObject {
     AddProject addProject;
     ViewSettings view;
     AuditView audit;
+    Settings settings;
     Attention attention;
     ResumeView resume;
     QTimer geometrySettled;

@@ -11,6 +11,7 @@ Window {
     required property AddProject addProject
     required property ViewSettings view
     required property AuditView audit
+    required property Settings settings
     required property Attention attention
     required property ResumeView resume
 
@@ -36,5 +37,6 @@ Window {
         view: window.view
         audit: window.audit
         resume: window.resume
+        settings: window.settings
     }
 }

@@ -12,6 +12,7 @@ FocusScope {
     required property ViewSettings view
     required property AuditView audit
     required property ResumeView resume
+    required property Settings settings
 
     property bool sidebarShown: true
 
@@ -21,6 +22,9 @@ FocusScope {
     function addFolder(folder: string): void {
         addProject.begin(folder)
         sheets.open("AddProjectSheet", { form: addProject, projects: projects })
+    }
+    function openSettings(): void {
+        sheets.open("SettingsSheet", { settings: settings, host: Window.window })
     }
     function openAuditLog(): void {
         audit.refresh()
@@ -82,9 +86,9 @@ FocusScope {
         visible: shell.sidebarShown
         workspace: shell.workspace
         projects: shell.projects
-        view: shell.view
         onAddFolderRequested: shell.addFolder("")
         onResumeRequested: alias => shell.openResume(alias)
+        onSettingsRequested: shell.openSettings()
         onRemoveProjectRequested: alias => sheets.open("RemoveProjectSheet", { projects: shell.projects, alias: alias })
         onRenameRequested: (key, title) => sheets.open("RenameSheet", { workspace: shell.workspace, key: key, oldTitle: title })
     }
@@ -161,6 +165,7 @@ FocusScope {
         pane: pane
         onAddProjectTriggered: shell.addFolder("")
         onResumeTriggered: resumePanel.item?.activeFocus ? resumePanel.close() : shell.openResume("")
+        onSettingsTriggered: shell.openSettings()
         onToggleSidebarTriggered: shell.sidebarShown = !shell.sidebarShown
         onRegionTriggered: step => shell.moveRegion(step)
     }

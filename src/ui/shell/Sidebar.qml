@@ -2,16 +2,16 @@ import QtQuick
 import Vesk.Controls
 import Vesk.Shell
 
-// Projects with their sessions, what waits for the person above them, and the view's menu at the foot.
+// Projects with their sessions, what waits for the person above them, and the settings at the foot.
 FocusScope {
     id: sidebar
 
     required property Workspace workspace
     required property Projects projects
-    required property ViewSettings view
 
     signal addFolderRequested()
     signal resumeRequested(string alias)
+    signal settingsRequested()
     signal removeProjectRequested(string alias)
     signal renameRequested(string key, string title)
 
@@ -114,26 +114,14 @@ FocusScope {
         Hairline { width: parent.width }
 
         VButton {
-            id: viewButton
             anchors.left: parent.left
             anchors.leftMargin: 8
             anchors.verticalCenter: parent.verticalCenter
             kind: VButton.Quiet
             iconName: "settings"
-            text: "보기"
-            tip: "테마, 글자 크기, 절전, 답변 언어"
-            onClicked: viewPopup.setSource("ViewPopup.qml", { view: sidebar.view })
-        }
-        Loader {
-            id: viewPopup
-            x: 8
-        }
-        Connections {
-            target: viewPopup.item as Popup
-            function onClosed(): void {
-                viewPopup.source = ""
-                viewButton.forceActiveFocus()
-            }
+            text: "설정"
+            keys: "Ctrl ,"
+            onClicked: sidebar.settingsRequested()
         }
     }
 }

@@ -100,6 +100,26 @@ void ViewSettings::setAnswerLanguage(const QString &language)
     m_preferences.setAnswerLanguage(answerLanguageFromStored(language));
 }
 
+bool ViewSettings::noticeMyTurn() const
+{
+    return m_preferences.noticeMyTurn();
+}
+
+void ViewSettings::setNoticeMyTurn(bool told)
+{
+    m_preferences.setNoticeMyTurn(told);
+}
+
+bool ViewSettings::noticeFinished() const
+{
+    return m_preferences.noticeFinished();
+}
+
+void ViewSettings::setNoticeFinished(bool told)
+{
+    m_preferences.setNoticeFinished(told);
+}
+
 double ViewSettings::sidebarWidth() const
 {
     return m_preferences.sidebarWidth();

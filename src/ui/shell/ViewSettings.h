@@ -12,7 +12,7 @@ namespace Vesk
 class KeepAwakeController;
 class Preferences;
 
-/** The choices of the "보기" menu and the window's measures, kept in the preferences and handed to Theme. */
+/** The choices of the settings and the window's measures, kept in the preferences and handed to Theme. */
 class ViewSettings : public QObject
 {
     Q_OBJECT
@@ -22,6 +22,8 @@ class ViewSettings : public QObject
     Q_PROPERTY(int textSize READ textSize WRITE setTextSize NOTIFY changed)
     Q_PROPERTY(bool keepAwake READ keepAwake WRITE setKeepAwake NOTIFY changed)
     Q_PROPERTY(QString answerLanguage READ answerLanguage WRITE setAnswerLanguage NOTIFY changed)
+    Q_PROPERTY(bool noticeMyTurn READ noticeMyTurn WRITE setNoticeMyTurn NOTIFY changed)
+    Q_PROPERTY(bool noticeFinished READ noticeFinished WRITE setNoticeFinished NOTIFY changed)
     Q_PROPERTY(double sidebarWidth READ sidebarWidth WRITE setSidebarWidth NOTIFY changed)
     Q_PROPERTY(double backgroundWidth READ backgroundWidth WRITE setBackgroundWidth NOTIFY changed)
 
@@ -42,6 +44,11 @@ public:
     /** As stored: "auto", "korean", "english", "japanese", "chinese". */
     [[nodiscard]] QString answerLanguage() const;
     void setAnswerLanguage(const QString &language);
+    /** Whether the desktop is told while the window is not active. */
+    [[nodiscard]] bool noticeMyTurn() const;
+    void setNoticeMyTurn(bool told);
+    [[nodiscard]] bool noticeFinished() const;
+    void setNoticeFinished(bool told);
     [[nodiscard]] double sidebarWidth() const;
     void setSidebarWidth(double width);
     [[nodiscard]] double backgroundWidth() const;
