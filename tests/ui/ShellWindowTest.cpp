@@ -322,12 +322,50 @@ private Q_SLOTS:
         theatre.click(u"목록에서 빼기"_s);
         QTRY_COMPARE(stage.runtime().catalogEntries().size(), 1);
         QTRY_VERIFY(!theatre.shows(u"프로젝트를 목록에서 뺄까요?"_s));
+        QCOMPARE(theatre.warnings(), QStringList());
+    }
 
-        theatre.click(u"설정"_s);
-        QTRY_VERIFY(theatre.shows(u"글자 크기"_s));
+    void settingsByKeyboardAndMouse()
+    {
+        ShellStage stage;
+        stage.runtime().start();
+        const Theatre theatre(stage);
+        theatre.press(Qt::Key_Comma, Qt::ControlModifier);
+        QTRY_VERIFY(theatre.shows(u"고르면 바로 적용됩니다."_s));
         theatre.click(u"어둡게"_s);
         QCOMPARE(stage.preferences().theme(), ThemeChoice::Dark);
         QVERIFY(Theme::shared().dark());
+        theatre.press(Qt::Key_Plus, Qt::ControlModifier);
+        QCOMPARE(stage.preferences().textSize(), 110);
+        theatre.press(Qt::Key_0, Qt::ControlModifier);
+
+        // From the theme, where the click left the keyboard: past the text size to the language, then the
+        // switches.
+        for (int step = 0; step < 4; ++step)
+            theatre.press(Qt::Key_Tab);
+        theatre.press(Qt::Key_Right);
+        QCOMPARE(stage.preferences().answerLanguage(), AnswerLanguage::Korean);
+        for (int step = 0; step < 3; ++step) {
+            theatre.press(Qt::Key_Tab);
+            theatre.press(Qt::Key_Space);
+        }
+        QVERIFY(stage.preferences().keepAwake());
+        QVERIFY(!stage.preferences().noticeMyTurn() && !stage.preferences().noticeFinished());
+
+        theatre.click(u"파일 위치"_s);
+        QTRY_VERIFY(theatre.shows(u"감사 기록"_s));
+        QCOMPARE(stage.preferences().settingsPane(), u"files"_s);
+        theatre.press(Qt::Key_Down);
+        QTRY_VERIFY(theatre.shows(u"에이전트 프로그램"_s));
+        theatre.press(Qt::Key_Home);
+        QTRY_VERIFY(theatre.shows(u"고르면 바로 적용됩니다."_s));
+        theatre.press(Qt::Key_Escape);
+        QTRY_VERIFY(!theatre.shows(u"고르면 바로 적용됩니다."_s));
+        stage.preferences().setSettingsPane(u"gone"_s); // by a later version
+        theatre.press(Qt::Key_Comma, Qt::ControlModifier);
+        QTRY_VERIFY(theatre.shows(u"고르면 바로 적용됩니다."_s));
+        theatre.press(Qt::Key_Comma, Qt::ControlModifier);
+        QTRY_VERIFY(!theatre.shows(u"고르면 바로 적용됩니다."_s));
         QCOMPARE(theatre.warnings(), QStringList());
     }
 

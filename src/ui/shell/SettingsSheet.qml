@@ -13,11 +13,11 @@ Dialog {
 
     implicitWidth: Math.min(Theme.px(1080), host.width - 64)
     implicitHeight: Math.min(Theme.px(720), host.height - 64)
-    padding: 0
-    topPadding: 0
-    bottomPadding: 0
-    leftPadding: 0
-    rightPadding: 0
+    // The frame's edge stays free.
+    topPadding: 1
+    bottomPadding: 1
+    leftPadding: 1
+    rightPadding: 1
 
     // The window's own keys rest below a sheet; these say so much on the buttons here.
     Shortcut {
@@ -42,7 +42,7 @@ Dialog {
 
         SettingsNav {
             id: nav
-            width: Theme.px(220)
+            width: Math.min(Theme.px(220), parent.width * 0.32)
             height: parent.height
             focus: true
             settings: sheet.settings
@@ -52,6 +52,13 @@ Dialog {
             anchors.left: nav.right
             width: 1
             height: parent.height
+        }
+        Rectangle {
+            anchors.left: border.right
+            anchors.right: parent.right
+            height: parent.height
+            radius: Theme.radius
+            color: Theme.canvas
         }
         SettingsPage {
             anchors.left: border.right
