@@ -19,23 +19,23 @@ namespace
 
 const QDateTime attentionNoon(QDate(2026, 3, 18), QTime(12, 0));
 
-AttentionSession quiet(const QString &key = u"a"_s)
+AttentionSession quietSession(const QString &key = u"a"_s)
 {
     return {.key = key, .project = u"billing"_s, .title = u"환불"_s, .error = {}, .facts = {}};
 }
 
-AttentionSession waiting(const QString &key = u"a"_s, int secondsAgo = 60)
+AttentionSession waitingSession(const QString &key = u"a"_s, int secondsAgo = 60)
 {
-    AttentionSession session = quiet(key);
+    AttentionSession session = quietSession(key);
     session.facts.running = true;
     session.facts.waitingTool = u"Bash"_s;
     session.facts.waitingSince = attentionNoon.addSecs(-secondsAgo);
     return session;
 }
 
-AttentionSession ended(const QString &key = u"a"_s, bool failed = false)
+AttentionSession endedSession(const QString &key = u"a"_s, bool failed = false)
 {
-    AttentionSession session = quiet(key);
+    AttentionSession session = quietSession(key);
     session.facts.unseen = true;
     session.facts.failed = failed;
     session.facts.lastActiveAt = attentionNoon;
@@ -113,36 +113,38 @@ private Q_SLOTS:
         const AttentionWishes here {.windowActive = true};
         // It waits, goes on waiting, is answered, ends, and is seen.
         QCOMPARE(
-            story({{{quiet()}, away},
-                   {{waiting()}, away},
-                   {{waiting()}, away},
-                   {{quiet()}, away},
-                   {{ended()}, away},
-                   {{ended()}, here},
-                   {{quiet()}, here}}),
+            story({{{quietSession()}, away},
+                   {{waitingSession()}, away},
+                   {{waitingSession()}, away},
+                   {{quietSession()}, away},
+                   {{endedSession()}, away},
+                   {{endedSession()}, here},
+                   {{quietSession()}, here}}),
             (QStringList {{}, u"+a/my-turn"_s, {}, u"-a/my-turn"_s, u"+a/finished"_s, u"-a/finished"_s, {}}));
         // What came while the person was here, or was seen by coming here, is not told afterwards.
-        QCOMPARE(story({{{waiting(u"a"_s)}, here},
-                        {{waiting(u"a"_s), waiting(u"b"_s)}, away},
-                        {{waiting(u"a"_s), waiting(u"b"_s)}, here},
-                        {{waiting(u"a"_s), waiting(u"b"_s)}, away}}),
+        QCOMPARE(story({{{waitingSession(u"a"_s)}, here},
+                        {{waitingSession(u"a"_s), waitingSession(u"b"_s)}, away},
+                        {{waitingSession(u"a"_s), waitingSession(u"b"_s)}, here},
+                        {{waitingSession(u"a"_s), waitingSession(u"b"_s)}, away}}),
                  (QStringList {{}, u"+b/my-turn"_s, u"-b/my-turn"_s, {}}));
         // A later prompt takes the place of the one before; a session that is gone takes its notice along.
-        QCOMPARE(story({{{waiting(u"a"_s, 60)}, away}, {{waiting(u"a"_s, 5)}, away}, {{}, away}}),
-                 (QStringList {u"+a/my-turn"_s, u"+a/my-turn"_s, u"-a/my-turn"_s}));
+        QCOMPARE(
+            story({{{waitingSession(u"a"_s, 60)}, away}, {{waitingSession(u"a"_s, 5)}, away}, {{}, away}}),
+            (QStringList {u"+a/my-turn"_s, u"+a/my-turn"_s, u"-a/my-turn"_s}));
         // Only what is wanted; a change of mind holds at once and brings nothing old.
         const AttentionWishes noEnds {.finished = false};
-        QCOMPARE(story({{{ended(u"a"_s), waiting(u"b"_s)}, noEnds},
-                        {{ended(u"a"_s), waiting(u"b"_s)}, {.myTurn = false}},
-                        {{ended(u"a"_s), waiting(u"b"_s)}, away}}),
+        QCOMPARE(story({{{endedSession(u"a"_s), waitingSession(u"b"_s)}, noEnds},
+                        {{endedSession(u"a"_s), waitingSession(u"b"_s)}, {.myTurn = false}},
+                        {{endedSession(u"a"_s), waitingSession(u"b"_s)}, away}}),
                  (QStringList {u"+b/my-turn"_s, u"-b/my-turn"_s, {}}));
     }
 
     void whatANoticeSays()
     {
-        AttentionSession failed = ended(u"c"_s, true);
+        AttentionSession failed = endedSession(u"c"_s, true);
         failed.error = u"API Error: 529"_s;
-        const AttentionPlan plan = planAttention({waiting(u"a"_s), ended(u"b"_s), failed}, {}, {});
+        const AttentionPlan plan =
+            planAttention({waitingSession(u"a"_s), endedSession(u"b"_s), failed}, {}, {});
         QStringList texts;
         for (const AttentionNotice &each : plan.show)
             texts.append(each.notice.title + u'|' + each.notice.body);
@@ -156,11 +158,11 @@ private Q_SLOTS:
 
     void theTraysMenuBeginsWithWhatWaits()
     {
-        AttentionSession running = quiet(u"r"_s);
+        AttentionSession running = quietSession(u"r"_s);
         running.facts.running = true;
         running.facts.runStartedAt = attentionNoon.addSecs(-84);
-        QList<AttentionSession> sessions {ended(u"e"_s), running, waiting(u"w1"_s, 30),
-                                          waiting(u"w2"_s, 300)};
+        QList<AttentionSession> sessions {endedSession(u"e"_s), running, waitingSession(u"w1"_s, 30),
+                                          waitingSession(u"w2"_s, 300)};
         QStringList keys;
         for (const TrayMenuEntry &entry : trayMenu(sessions, attentionNoon))
             keys.append(entry.kind == TrayMenuEntry::Kind::Action ? entry.key : entry.label);
@@ -182,7 +184,7 @@ private Q_SLOTS:
         QCOMPARE(trayMenu(sessions, attentionNoon).at(5).label, u"환불 · billing — 1:24"_s);
         QCOMPARE(trayToolTip(trayCounts(sessions)), u"내 차례 2 · 실행 중 1 · 끝남 1"_s);
         for (int more = 0; more < 12; ++more)
-            sessions.append(waiting(u"m%1"_s.arg(more)));
+            sessions.append(waitingSession(u"m%1"_s.arg(more)));
         QCOMPARE(trayMenu(sessions, attentionNoon).at(11).label, u"외 4개"_s);
         QCOMPARE(trayMenu({}, attentionNoon).size(), 4);
     }

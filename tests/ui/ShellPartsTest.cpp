@@ -3,6 +3,7 @@
 #include "ui/shell/KeyedRowsModel.h"
 #include "ui/shell/ProjectPalette.h"
 #include "ui/shell/Projects.h"
+#include "ui/shell/Settings.h"
 #include "ui/shell/ViewSettings.h"
 
 #include <QAbstractItemModelTester>
@@ -76,6 +77,23 @@ private Q_SLOTS:
         QCOMPARE(inserted.constFirst().at(1).toInt(), 1);
         QCOMPARE(inserted.constFirst().at(2).toInt(), 1);
         QCOMPARE(removed.size(), 0);
+    }
+
+    void sectionsOfTheSettings()
+    {
+        constexpr auto fatal = QAbstractItemModelTester::FailureReportingMode::Fatal;
+        SettingsSections sections;
+        const QAbstractItemModelTester sectionsTester(&sections, fatal);
+        for (int row = 0; row < sections.rowCount(); ++row) {
+            QCOMPARE(sections.rowOf(sections.idAt(row)), row);
+            QVERIFY(QFile::exists(u":/qt/qml/Vesk/Shell/"_s + sections.fileAt(row)));
+            const QString icon = sections.index(row).data(SettingsSections::IconRole).toString();
+            QVERIFY(QFile::exists(u":/qt/qml/Vesk/Controls/icons/%1.svg"_s.arg(icon)));
+        }
+        QCOMPARE(sections.rowOf(u"gone"_s), 0);
+        SettingsPlaces places({{u"a"_s, QDir::homePath() + u"/b"_s}});
+        const QAbstractItemModelTester placesTester(&places, fatal);
+        QCOMPARE(places.index(0).data(SettingsPlaces::ShownPathRole).toString(), u"~/b"_s);
     }
 
     void projectColours()
