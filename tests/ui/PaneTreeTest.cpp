@@ -1,4 +1,5 @@
-// Panes as a value: what any sequence of operations must leave true, where they lie, and how they are written down.
+// Panes as a value: what any sequence of operations must leave true, where they lie, and how they are written
+// down.
 #include "ui/shell/PaneTree.h"
 
 #include "support/TestRegistry.h"
@@ -250,15 +251,15 @@ private Q_SLOTS:
         PaneTree tree = withSessions(3);
         const int left = tree.focused().id;
         tree.split(left, PaneSide::Right, session(2));
-        const PaneDrop drop
-            = paneDropAt(tree, layoutPanes(tree, {1401, 600}), session(dragged), point, strip);
+        const PaneDrop drop =
+            paneDropAt(tree, layoutPanes(tree, {1401, 600}), session(dragged), point, strip);
         QString said = drop.pane == 0 ? u"nothing"_s : drop.pane == left ? u"left"_s : u"right"_s;
         said += drop.onStrip ? u" strip"_s : drop.side ? u" %1"_s.arg(static_cast<int>(*drop.side)) : u""_s;
         QTEST(said, "wanted");
         QCOMPARE(drop.mark, mark);
         // Where half a pane would be too little, its edge is as its middle.
-        const PaneDrop narrow
-            = paneDropAt(tree, layoutPanes(tree, {1001, 400}), session(0), {995, 200}, strip);
+        const PaneDrop narrow =
+            paneDropAt(tree, layoutPanes(tree, {1001, 400}), session(0), {995, 200}, strip);
         QVERIFY(narrow.pane != left && !narrow.side);
     }
 
@@ -284,14 +285,16 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("json");
         const QByteArray pane = "{\"places\":[]}";
         const auto split = [](const QByteArray &ratio, const QByteArray &a, const QByteArray &b) {
-            return QByteArray("{\"split\":\"right\",\"ratio\":") + ratio + ",\"parts\":[" + a + ',' + b + "]}";
+            return QByteArray("{\"split\":\"right\",\"ratio\":") + ratio + ",\"parts\":[" + a + ',' + b
+                + "]}";
         };
         QByteArray deep = pane;
         for (int level = 0; level < 200; ++level) {
             deep = split("0.5", pane, deep);
         }
-        const auto layout
-            = [](const QByteArray &root) { return QByteArray("{\"focused\":0,\"root\":") + root + '}'; };
+        const auto layout = [](const QByteArray &root) {
+            return QByteArray("{\"focused\":0,\"root\":") + root + '}';
+        };
         QTest::newRow("nothing") << QByteArray();
         QTest::newRow("no JSON") << QByteArray("(1|2)");
         QTest::newRow("cut") << layout(split("0.5", pane, pane)).chopped(3);

@@ -50,9 +50,8 @@ QString seen(Workspace &workspace)
 
 QQuickItem *timelineOf(const Theatre &theatre)
 {
-    return Test::findItem(theatre.window()->contentItem(), [](const QQuickItem &item) {
-        return item.objectName() == u"timelineRows"_s;
-    });
+    return Test::findItem(theatre.window()->contentItem(),
+                          [](const QQuickItem &item) { return item.objectName() == u"timelineRows"_s; });
 }
 
 /** The composer that has the keyboard; null when it is elsewhere. */
@@ -192,7 +191,8 @@ private Q_SLOTS:
         const auto tab = [&theatre](int number) {
             theatre.window()->grabWindow(); // lays the tabs out
             return centreOf(Test::findItem(theatre.window()->contentItem(), [number](const QQuickItem &item) {
-                return item.property("title") == u"일 %1"_s.arg(number) && item.property("accented").isValid();
+                return item.property("title") == u"일 %1"_s.arg(number)
+                    && item.property("accented").isValid();
             }));
         };
         theatre.drag(tab(1), inPane(workspace, 0, 0.95, 0.5), false);
@@ -227,7 +227,9 @@ private Q_SLOTS:
         const Theatre theatre(stage);
         Workspace &workspace = theatre.workspace();
         theatre.press(Qt::Key_Backslash, ctrl);
-        const auto left = [&] { return workspace.panes()->index(0).data(Panes::PlaceRole).toRectF().width(); };
+        const auto left = [&] {
+            return workspace.panes()->index(0).data(Panes::PlaceRole).toRectF().width();
+        };
         const double half = left();
         theatre.drag(inPane(workspace, 1, 0, 0.5), inPane(workspace, 1, 0, 0.5) + QPoint(100, 0));
         QVERIFY(std::abs(left() - half - 100) < 8);

@@ -16,6 +16,8 @@ Item {
     readonly property bool lone: workspace.panes.count === 1
     readonly property bool bare: shownIndex < 0
     readonly property alias tabStrip: strip
+    // Not by its type: a start without sessions does not read that.
+    readonly property var shownTabs: strip.item
 
     signal resumeRequested()
     signal tabMenuRequested(Item tab, string key, string title)
@@ -23,12 +25,10 @@ Item {
 
     // Tells the drag before which tab it is.
     function aim(drag: TabDrag): void {
-        const tabs = strip.item as SessionTabs
-        if (!tabs) {
-            return
+        if (shownTabs) {
+            const gap = shownTabs.gapAt(drag.point.x - x)
+            drag.aimBetweenTabs(gap.position, Qt.rect(x + gap.x - 1, y, 2, strip.height))
         }
-        const gap = tabs.gapAt(drag.point.x - x)
-        drag.aimBetweenTabs(gap.position, Qt.rect(x + gap.x - 1, y, 2, strip.height))
     }
 
     x: place.x

@@ -9,7 +9,7 @@ namespace Vesk
 namespace
 {
 
-template<typename Node, typename Wanted>
+template <typename Node, typename Wanted>
 Node *findNode(Node &node, const Wanted &wanted)
 {
     if (wanted(node)) {
@@ -103,9 +103,9 @@ bool PaneTree::add(const QUuid &session, const QString &conversation)
     if (session.isNull() || paneOf(session)) {
         return false;
     }
-    PaneNode *pane = conversation.isEmpty() ? nullptr : findNode(m_root, [&](const PaneNode &node) {
-        return node.places.contains(conversation);
-    });
+    PaneNode *pane = conversation.isEmpty()
+        ? nullptr
+        : findNode(m_root, [&](const PaneNode &node) { return node.places.contains(conversation); });
     if (pane) {
         pane->places.removeOne(conversation);
     } else {

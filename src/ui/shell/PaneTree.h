@@ -1,4 +1,5 @@
-// Which panes the window is divided into, and which sessions are in which: a value, and what can be done to it.
+// Which panes the window is divided into, and which sessions are in which: a value, and what can be done to
+// it.
 #pragma once
 
 #include <QList>

@@ -1,5 +1,5 @@
-// How a layout is written down. {"focused": n, "root": node}; a node is {"split": "right" or "down", "ratio": 0.5,
-// "parts": [node, node]} or {"places": [conversation, ...]}; n counts the panes from 0 in reading order.
+// How a layout is written down. {"focused": n, "root": node}; a node is {"split": "right" or "down", "ratio":
+// 0.5, "parts": [node, node]} or {"places": [conversation, ...]}; n counts the panes from 0 in reading order.
 #include "ui/shell/PaneTree.h"
 
 #include <QJsonArray>

@@ -31,8 +31,9 @@ void PaneTabs::setSessions(const QList<QUuid> &sessions)
 
 QHash<int, QByteArray> PaneSplits::roleNames() const
 {
-    return {{SplitRole, "split"}, {SideBySideRole, "sideBySide"}, {LineRole, "line"},
-            {ValueRole, "value"}, {FromRole, "from"},             {ToRole, "to"}};
+    return {{SplitRole, "split"}, {SideBySideRole, "sideBySide"},
+            {LineRole, "line"},   {ValueRole, "value"},
+            {FromRole, "from"},   {ToRole, "to"}};
 }
 
 QVariant PaneSplits::data(const QModelIndex &index, int role) const

@@ -90,7 +90,7 @@ public:
     /** What treeChanged() is about, at once. */
     void setTree(PaneTree tree);
     /** Asks the tree for a change, as `panes.change(&PaneTree::show, id)`. */
-    template<typename Operation, typename... Values>
+    template <typename Operation, typename... Values>
     bool change(Operation operation, const Values &...values)
     {
         PaneTree next = m_tree;

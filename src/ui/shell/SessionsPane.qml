@@ -96,11 +96,11 @@ FocusScope {
             }
         }
 
-        Repeater {
-            model: pane.workspace.panes.splits
-            delegate: PaneSplitter {
-                panes: pane.workspace.panes
-            }
+        Lazy {
+            anchors.fill: parent
+            wanted: pane.workspace.panes.count > 1
+            file: Qt.resolvedUrl("PaneSplitters.qml")
+            properties: ({ panes: pane.workspace.panes })
         }
 
         function dragTo(scenePoint: point): void {
@@ -113,11 +113,11 @@ FocusScope {
             }
         }
 
-        Loader {
+        Lazy {
             anchors.fill: parent
-            z: 2
-            source: pane.workspace.tabDrag.active ? "TabDragLayer.qml" : ""
-            onLoaded: (item as TabDragLayer).drag = pane.workspace.tabDrag
+            wanted: pane.workspace.tabDrag.active
+            file: Qt.resolvedUrl("TabDragLayer.qml")
+            properties: ({ drag: pane.workspace.tabDrag })
         }
     }
 

@@ -6,10 +6,10 @@ import Vesk.Shell
 Item {
     id: layer
 
-    property TabDrag drag: null
+    required property TabDrag drag
 
     Rectangle {
-        readonly property rect mark: layer.drag?.mark ?? Qt.rect(0, 0, 0, 0)
+        readonly property rect mark: layer.drag.mark
         readonly property bool isLine: mark.width <= 2
 
         x: mark.x
@@ -23,8 +23,8 @@ Item {
         border.color: Theme.accent
     }
     Rectangle {
-        x: Math.min((layer.drag?.point.x ?? 0) + 12, layer.width - width)
-        y: Math.min((layer.drag?.point.y ?? 0) + 12, layer.height - height)
+        x: Math.min(layer.drag.point.x + 12, layer.width - width)
+        y: Math.min(layer.drag.point.y + 12, layer.height - height)
         width: Math.min(220, name.implicitWidth + 24)
         height: Theme.px(28)
         radius: Theme.radius
@@ -36,11 +36,12 @@ Item {
             anchors.fill: parent
             anchors.leftMargin: 12
             anchors.rightMargin: 12
-            text: layer.drag?.title ?? ""
+            text: layer.drag.title
         }
     }
     Shortcut {
         sequences: ["Escape"]
+        enabled: layer.drag.active
         onActivated: layer.drag.cancel()
     }
 }

@@ -20,8 +20,8 @@ class ProjectChat;
 class Runtime;
 
 /**
- * What the main window asks and is told. Every open session has a tab in one of the panes. Each pane shows one
- * session; the current session is the one that the focused pane shows.
+ * What the main window asks and is told. Every open session has a tab in one of the panes. Each pane shows
+ * one session; the current session is the one that the focused pane shows.
  *
  * Closing a session that works is asked about first: requestClose() then emits closeConfirmationNeeded() and
  * waits for close().
@@ -83,7 +83,8 @@ public:
         addProjectRequested() is emitted instead. */
     Q_INVOKABLE void newSession(const QString &alias = {});
     Q_INVOKABLE void select(const QString &key);
-    /** Among the tabs of the focused pane, as are next and previous. From 0; beyond the last nothing happens. */
+    /** Among the tabs of the focused pane, as are next and previous. From 0; beyond the last nothing happens.
+     */
     Q_INVOKABLE void selectIndex(int index);
     Q_INVOKABLE void selectNext();
     Q_INVOKABLE void selectPrevious();
