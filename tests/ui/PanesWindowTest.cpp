@@ -330,6 +330,11 @@ private Q_SLOTS:
         }
         theatre.window()->resize(900, 600);
         theatre.picture(theme + u"-panes-6-narrow"_s);
+        for (int step = 0; step < 6; ++step) {
+            theatre.press(Qt::Key_Plus, ctrl);
+        }
+        theatre.window()->resize(1440, 900);
+        theatre.picture(theme + u"-panes-6-160"_s);
         QCOMPARE(theatre.warnings(), QStringList());
     }
 };

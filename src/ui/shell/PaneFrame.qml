@@ -7,6 +7,7 @@ Item {
     id: frame
 
     required property Workspace workspace
+    required property int index
     required property int pane
     required property rect place
     required property PaneTabs tabs
@@ -36,6 +37,8 @@ Item {
     width: place.width
     height: place.height
     clip: !lone
+    Accessible.role: Accessible.Grouping
+    Accessible.name: "칸 " + (index + 1)
 
     Lazy {
         id: strip

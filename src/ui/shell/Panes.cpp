@@ -2,6 +2,8 @@
 
 #include "ui/shell/SessionRoster.h"
 
+#include <QQmlEngine>
+
 namespace Vesk
 {
 
@@ -139,6 +141,7 @@ void Panes::update()
         auto &tabs = m_tabs[pane->id];
         if (!tabs) {
             tabs = std::make_unique<PaneTabs>(m_runtime, m_roster, nullptr);
+            QQmlEngine::setObjectOwnership(tabs.get(), QQmlEngine::CppOwnership);
         }
         tabs->setSessions(pane->tabs);
     }
