@@ -42,10 +42,16 @@ PromptFrame {
             card: prompt.card
         }
         Item {
+            id: foot
+
+            // In a narrow pane the answers stand above each other.
+            readonly property bool stacked: width < denial.implicitWidth + 8 + answers.implicitWidth
+
             width: parent.width - 24
-            height: answers.height + 8
+            height: answers.height + 8 + (stacked ? denial.height + 8 : 0)
 
             VButton {
+                id: denial
                 anchors.bottom: parent.bottom
                 kind: VButton.Destructive
                 text: "거부"
@@ -57,13 +63,16 @@ PromptFrame {
                     prompt.answered()
                 }
             }
-            Row {
+            Grid {
                 id: answers
+                y: 8
                 anchors.right: parent.right
-                anchors.bottom: parent.bottom
+                columns: always.implicitWidth + 8 + once.implicitWidth > foot.width ? 1 : 2
+                horizontalItemAlignment: Grid.AlignRight
                 spacing: 8
 
                 VButton {
+                    id: always
                     visible: prompt.card.canAlways
                     text: "항상 허용"
                     keys: "Alt 2"
@@ -75,6 +84,7 @@ PromptFrame {
                     }
                 }
                 VButton {
+                    id: once
                     kind: VButton.Primary
                     text: "한 번 허용"
                     keys: "Alt 1"
