@@ -33,6 +33,16 @@ int alignmentOf(MD_ALIGN align)
     return Qt::AlignLeft;
 }
 
+// Where a text that is too long for one block is parted: behind a blank, if one comes soon enough.
+qsizetype partEnd(QStringView text)
+{
+    const qsizetype most = MarkdownReader::longParagraph;
+    const qsizetype blank = text.left(most).lastIndexOf(u' ');
+    if (blank > most / 2)
+        return blank + 1;
+    return text[most - 1].isHighSurrogate() ? most - 1 : most;
+}
+
 } // namespace
 
 QString attributeText(const MD_ATTRIBUTE &attribute)
@@ -198,7 +208,9 @@ bool BlockBuilder::beginTable(const MD_BLOCK_TABLE_DETAIL &detail)
 
 bool BlockBuilder::cellIsKept() const
 {
-    return m_column < MarkdownReader::maxTableColumns && m_row < MarkdownReader::maxTableRows;
+    const qsizetype rows = std::min(MarkdownReader::maxTableRows,
+                                    MarkdownReader::maxTableCells / std::max(m_leaf->columnCount(), 1));
+    return m_column < MarkdownReader::maxTableColumns && (m_row == 0 || m_row < rows);
 }
 
 void BlockBuilder::beginCell(const MD_BLOCK_TD_DETAIL &detail, bool head)
@@ -217,7 +229,8 @@ void BlockBuilder::endCell()
 
 void BlockBuilder::endRow()
 {
-    if (m_row >= MarkdownReader::maxTableRows)
+    m_column = 0;
+    if (!cellIsKept())
         ++m_leaf->droppedRows;
     ++m_row;
 }
@@ -239,6 +252,27 @@ void BlockBuilder::endLeaf()
     if (leaf.text.endsWith(u'\n'))
         leaf.text.chop(1);
     m_result.blocks.append(std::move(leaf));
+}
+
+// A view draws a paragraph as a whole. One that would take long for that is shown in parts.
+void BlockBuilder::cutLongParagraph()
+{
+    if (m_beyondCap || m_leaf->kind == Kind::Table || m_inline.size() <= MarkdownReader::longParagraph)
+        return;
+    const QString html = m_inline.cut();
+    if (html.isEmpty())
+        return;
+    MarkdownBlock rest = *m_leaf;
+    if (rest.kind == Kind::ListItem) {
+        rest.kind = Kind::Paragraph;
+        rest.marker = Marker::None;
+        rest.number = 0;
+    }
+    rest.continues = true;
+    m_leaf->html = html;
+    m_result.blocks.append(*m_leaf);
+    m_leaf = std::move(rest);
+    m_beyondCap = m_result.blocks.size() >= MarkdownReader::maxBlocks;
 }
 
 bool BlockBuilder::spend(qsizetype addressSize)
@@ -317,6 +351,12 @@ void BlockBuilder::text(MD_TEXTTYPE type, QStringView text)
     switch (type) {
     case MD_TEXT_NORMAL:
     case MD_TEXT_HTML:
+        while (text.size() > MarkdownReader::longParagraph) {
+            const qsizetype end = partEnd(text);
+            m_inline.text(text.left(end));
+            cutLongParagraph();
+            text = text.mid(end);
+        }
         m_inline.text(text);
         break;
     case MD_TEXT_NULLCHAR:
@@ -331,9 +371,16 @@ void BlockBuilder::text(MD_TEXTTYPE type, QStringView text)
         break;
     case MD_TEXT_CODE:
     case MD_TEXT_LATEXMATH:
+        while (text.size() > MarkdownReader::longParagraph) {
+            const qsizetype end = partEnd(text);
+            m_inline.code(text.left(end));
+            cutLongParagraph();
+            text = text.mid(end);
+        }
         m_inline.code(text);
         break;
     }
+    cutLongParagraph();
 }
 
 } // namespace Vesk

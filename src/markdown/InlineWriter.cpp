@@ -183,6 +183,23 @@ void InlineWriter::clear()
     m_images = 0;
 }
 
+QString InlineWriter::cut()
+{
+    if (m_links > 0 || m_images > 0)
+        return {};
+    QString begin;
+    for (const Span &span : m_spans) {
+        if (span.role == Role::Tag)
+            begin.append(u'<').append(span.tag).append(u'>');
+    }
+    for (auto span = m_spans.rbegin(); span != m_spans.rend(); ++span) {
+        if (span->role == Role::Tag)
+            m_html.append(u"</").append(span->tag).append(u'>');
+        span->begin = begin.size();
+    }
+    return std::exchange(m_html, begin);
+}
+
 QString InlineWriter::take()
 {
     while (!m_spans.empty())

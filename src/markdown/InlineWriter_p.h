@@ -30,6 +30,12 @@ public:
     [[nodiscard]] QString take();
     void clear();
 
+    /** How much has been written. */
+    [[nodiscard]] qsizetype size() const { return m_html.size(); }
+    /** The HTML so far, whole in itself; tags that are open go on in what follows. Empty where it cannot be
+       cut: within a link or a picture. */
+    [[nodiscard]] QString cut();
+
 private:
     enum class Role { Silent, Tag, Link, DroppedLink, Image };
     struct Span {

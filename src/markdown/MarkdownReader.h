@@ -10,8 +10,11 @@ namespace Vesk::MarkdownReader
 
 inline constexpr qsizetype maxCharacters = 1024 * 1024; ///< code units of a text that are looked at
 inline constexpr qsizetype maxBlocks = 5000;
-inline constexpr qsizetype maxTableColumns = 64;
+inline constexpr qsizetype maxTableColumns = 256;
 inline constexpr qsizetype maxTableRows = 1000;
+inline constexpr qsizetype maxTableCells = 20'000; ///< of one table; rows beyond are dropped
+inline constexpr qsizetype longParagraph =
+    6000; ///< code units of HTML; a longer one goes on in another block
 inline constexpr int maxDepth =
     32; ///< of quotes, lists and nested inline tags; deeper ones are drawn as this
 

@@ -49,8 +49,23 @@ public:
             if (m_open)
                 m_inline.lineBreak();
             m_open = true;
+            while (line.size() > MarkdownReader::longParagraph) {
+                m_inline.text(line.left(MarkdownReader::longParagraph));
+                line = line.mid(MarkdownReader::longParagraph);
+                cut();
+            }
             m_inline.text(line);
+            if (m_inline.size() > MarkdownReader::longParagraph)
+                cut();
         }
+    }
+
+    // A view draws a paragraph as a whole, so that a long one comes in parts.
+    void cut()
+    {
+        end();
+        m_block.continues = true;
+        m_open = true;
     }
 
     void end()

@@ -8,11 +8,16 @@ Rectangle {
 
     required property string text
     required property string language
-    property bool caret: false
+    // What of the code is not drawn, in words.
+    property string rest
+    // Long code that still grows gets its colours when it is whole.
+    property bool settled: true
+
+    readonly property alias textItem: words
 
     signal copyRequested()
 
-    implicitHeight: head.height + words.height + 16
+    implicitHeight: head.height + words.height + foot.height + 16
     radius: Theme.radius
     color: Theme.well
     border.color: Theme.line
@@ -35,11 +40,24 @@ Rectangle {
         anchors.top: head.bottom
         x: 12
         width: box.width - 24
-        html: MarkdownFormat.codeLines(box.text, Theme.codeLine)
+        html: ""
+        text: box.settled || box.text.length < 4000
+            ? MarkdownFormat.colouredCode(box.text, box.language, Theme.codeInks, Theme.codeLine)
+            : MarkdownFormat.codeLines(box.text, Theme.codeLine)
         font: Theme.code
         wrapMode: TextEdit.WrapAnywhere
-        caret: box.caret
         Accessible.name: box.text
+    }
+    Label {
+        id: foot
+        anchors.top: words.bottom
+        x: 12
+        width: box.width - 24
+        height: text.length > 0 ? Theme.secondaryLine + 4 : 0
+        text: box.rest
+        verticalAlignment: Text.AlignBottom
+        font: Theme.secondary
+        color: Theme.text3
     }
     CopyButton {
         anchors.right: parent.right

@@ -81,6 +81,34 @@ QString droppedWords(const MarkdownBlocks &read)
         : QStringLiteral("이후 ") + parts.join(QStringLiteral(" · ")) + QStringLiteral(" 생략");
 }
 
+// How much of code is drawn: whole lines, unless the first is endless.
+qsizetype shownCode(const QString &code)
+{
+    qsizetype end = 0;
+    for (int line = 0; line < MarkdownBlockModel::maxCodeLines; ++line) {
+        const auto next = code.indexOf(u'\n', end);
+        const auto lineEnd = next < 0 ? code.size() : next;
+        if (lineEnd > MarkdownBlockModel::maxCodeCharacters) {
+            return end > 0 ? end - 1 : MarkdownBlockModel::maxCodeCharacters;
+        }
+        if (next < 0) {
+            return code.size();
+        }
+        end = next + 1;
+    }
+    return end - 1;
+}
+
+QString codeRest(const QString &code)
+{
+    const auto rest = QStringView(code).mid(shownCode(code));
+    if (rest.isEmpty()) {
+        return {};
+    }
+    return QStringLiteral("이후 %1줄 생략 · 복사하면 전부 담깁니다")
+        .arg(std::max<qsizetype>(rest.count(u'\n'), 1));
+}
+
 } // namespace
 
 MarkdownBlockModel::MarkdownBlockModel(QObject *parent)
@@ -92,11 +120,17 @@ MarkdownBlockModel::MarkdownBlockModel(QObject *parent)
 
 void MarkdownBlockModel::setText(const QString &text, bool growing)
 {
+    const bool settles = m_growing && !growing;
+    m_growing = growing;
     if (m_text == text && !m_timer.isActive()) {
+        if (settles && !m_blocks.isEmpty()) {
+            const auto last = index(static_cast<int>(m_blocks.size()) - 1);
+            Q_EMIT dataChanged(last, last, {SettledRole});
+        }
         return;
     }
     m_text = text;
-    const auto rest = m_sinceRead.isValid() ? parseIntervalMs - m_sinceRead.elapsed() : 0;
+    const auto rest = m_sinceRead.isValid() ? m_restMs - m_sinceRead.elapsed() : 0;
     if (!growing || rest <= 0) {
         read();
     } else if (!m_timer.isActive()) {
@@ -152,6 +186,14 @@ QVariant MarkdownBlockModel::data(const QModelIndex &index, int role) const
         return block.cells;
     case DroppedCellsRole:
         return droppedCells(block);
+    case ShownCodeRole:
+        return block.text.left(shownCode(block.text));
+    case CodeRestRole:
+        return codeRest(block.text);
+    case SettledRole:
+        return !m_growing || index.row() != m_blocks.size() - 1;
+    case ContinuesRole:
+        return block.continues;
     case IsLastRole:
         return index.row() == m_blocks.size() - 1;
     default:
@@ -168,13 +210,18 @@ QHash<int, QByteArray> MarkdownBlockModel::roleNames() const
             {ListDepthRole, "listDepth"}, {TightRole, "tight"},
             {ColumnsRole, "columns"},     {AlignmentsRole, "alignments"},
             {CellsRole, "cells"},         {DroppedCellsRole, "droppedCells"},
+            {ContinuesRole, "continues"}, {ShownCodeRole, "shownCode"},
+            {CodeRestRole, "codeRest"},   {SettledRole, "settled"},
             {IsLastRole, "isLast"}};
 }
 
 void MarkdownBlockModel::read()
 {
     m_timer.stop();
+    QElapsedTimer work;
+    work.start();
     const auto fresh = MarkdownReader::parse(m_text);
+    m_restMs = std::max<qint64>(parseIntervalMs, work.elapsed() * 10);
     m_sinceRead.start();
     show(fresh.blocks);
     if (const auto words = droppedWords(fresh); words != m_droppedText) {

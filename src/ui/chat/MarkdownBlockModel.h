@@ -39,10 +39,16 @@ public:
         AlignmentsRole,
         CellsRole,
         DroppedCellsRole, ///< in words, empty when a table is whole
+        ContinuesRole,    ///< goes on with the words of the block above
+        ShownCodeRole,    ///< as much of code as is drawn
+        CodeRestRole,     ///< in words what of it is not, empty when it is whole
+        SettledRole,      ///< the block does not grow
         IsLastRole,
     };
 
-    static constexpr int parseIntervalMs = 50;
+    static constexpr int parseIntervalMs = 50; ///< at least: reading takes a tenth of the time at most
+    static constexpr int maxCodeLines = 300;   ///< that are drawn
+    static constexpr qsizetype maxCodeCharacters = 16'000;
 
     explicit MarkdownBlockModel(QObject *parent = nullptr);
 
@@ -67,6 +73,8 @@ private:
     void show(const QList<MarkdownBlock> &blocks);
 
     QString m_text;
+    bool m_growing = false;
+    qint64 m_restMs = parseIntervalMs; // before the text is read again
     QList<MarkdownBlock> m_blocks;
     QString m_droppedText;
     QTimer m_timer;

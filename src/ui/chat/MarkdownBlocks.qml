@@ -1,10 +1,8 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import Vesk.Controls
 import Vesk.Chat
 
-// A Markdown text, block by block: a change of one block lays out that block alone.
+// A Markdown text, block by block, and what was left out of it.
 Column {
     id: column
 
@@ -13,21 +11,29 @@ Column {
 
     signal linkChosen(string link, string html)
 
-    Repeater {
-        model: column.blocks
-
-        MarkdownBlock {
-            width: column.width
-            showsCaret: column.caret && isLast
-            onLinkChosen: (link, html) => column.linkChosen(link, html)
-            onCopyRequested: column.blocks.copyBlock(index)
-        }
+    MarkdownColumn {
+        id: body
+        width: column.width
+        blocks: column.blocks
+        listIndent: Theme.px(20)
+        onLinkChosen: (link, html) => column.linkChosen(link, html)
     }
-    Label {
-        visible: text.length > 0
-        topPadding: 8
-        text: column.blocks ? column.blocks.droppedText : ""
-        font: Theme.secondary
-        color: Theme.text3
+    Lazy {
+        file: Qt.resolvedUrl("MarkdownRest.qml")
+        width: column.width
+        wanted: body.hiddenCount > 0 || column.blocks.droppedText.length > 0
+        properties: ({ body: body, blocks: column.blocks })
+    }
+    Lazy {
+        file: Qt.resolvedUrl("LinkHint.qml")
+        wanted: body.linkHint.length > 0
+        height: 0
+        properties: ({ body: body })
+    }
+    Lazy {
+        file: Qt.resolvedUrl("TextCaret.qml")
+        wanted: column.caret
+        height: 0
+        properties: ({ body: body })
     }
 }

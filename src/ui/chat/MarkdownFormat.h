@@ -22,10 +22,15 @@ public:
     /** One paragraph with lines at least `lineHeight` high. */
     Q_INVOKABLE static QString paragraph(const QString &html, const QColor &link, const QColor &codeGround,
                                          const QFont &code, qreal lineHeight);
+    /** The words of inline HTML, for assistive tools. */
+    Q_INVOKABLE static QString plainText(const QString &html);
     /** An address as a hint beside its link can show it. */
     Q_INVOKABLE static QString shownAddress(const QString &address);
     /** Code as it was written, with lines at least `lineHeight` high. */
     Q_INVOKABLE static QString codeLines(const QString &text, qreal lineHeight);
+    /** The same in the colours of its language; `inks` are those of CodeToken::Kind, in its order. */
+    Q_INVOKABLE static QString colouredCode(const QString &text, const QString &language,
+                                            const QList<QColor> &inks, qreal lineHeight);
 };
 
 } // namespace Vesk

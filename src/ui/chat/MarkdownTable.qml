@@ -1,12 +1,11 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Layouts
 import QtQuick.Templates as T
 import Vesk.Controls
 import Vesk.Chat
 
-// A grid; one that is too wide scrolls sideways.
+// A grid; one that is too wide or too high scrolls in itself, and only the cells that are seen exist.
 Column {
     id: table
 
@@ -15,64 +14,58 @@ Column {
     required property var cells
     required property string dropped
 
-    readonly property real widestCell: 320
+    readonly property Item textItem: null
+    readonly property real highest: Theme.px(560)
 
     signal linkChosen(string link, string html)
 
-    Flickable {
-        id: flick
-        width: Math.min(grid.implicitWidth + 2, table.width)
-        height: grid.implicitHeight + 2 + (interactive ? 10 : 0)
-        contentWidth: grid.implicitWidth + 2
-        interactive: contentWidth > width
-        flickableDirection: Flickable.HorizontalFlick
-        boundsBehavior: Flickable.StopAtBounds
-        clip: true
-        T.ScrollBar.horizontal: ScrollBar {}
+    Rectangle {
+        width: Math.min(grid.cellsModel.wholeWidth, table.width)
+        height: Math.min(grid.cellsModel.wholeHeight, table.highest) + (wide ? 10 : 0)
+        color: Theme.line2
+
+        readonly property bool wide: grid.cellsModel.wholeWidth > table.width
 
         Rectangle {
-            width: grid.implicitWidth + 2
-            height: grid.implicitHeight + 2
-            color: Theme.line2
+            visible: parent.wide
+            anchors.bottom: parent.bottom
+            width: parent.width
+            height: 10
+            color: Theme.canvas
         }
-        GridLayout {
+        TableView {
             id: grid
+
+            readonly property MarkdownCells cellsModel: MarkdownCells {
+                columns: table.columns
+                alignments: table.alignments
+                cells: table.cells
+                font: Theme.ui
+                lineHeight: Theme.uiLine
+            }
+
             x: 1
             y: 1
-            columns: table.columns
+            width: parent.width - 2
+            height: parent.height - (parent.wide ? 11 : 2)
+            model: cellsModel
             columnSpacing: 1
             rowSpacing: 1
+            columnWidthProvider: column => cellsModel.columnWidth(column)
+            rowHeightProvider: row => cellsModel.rowHeight(row)
+            reuseItems: false
+            interactive: contentWidth > width || contentHeight > height
+            boundsBehavior: Flickable.StopAtBounds
+            clip: interactive
+            T.ScrollBar.horizontal: ScrollBar {
+                parent: grid.parent
+                anchors.bottom: parent.bottom
+                width: parent.width
+            }
+            T.ScrollBar.vertical: ScrollBar {}
 
-            Repeater {
-                model: table.cells
-
-                Rectangle {
-                    id: cell
-
-                    required property int index
-                    required property string modelData
-
-                    Layout.fillWidth: true
-                    Layout.fillHeight: true
-                    implicitWidth: Math.min(Math.ceil(words.implicitWidth), table.widestCell) + 16
-                    implicitHeight: words.height + 8
-                    color: index < table.columns ? Theme.panel : Theme.canvas
-
-                    Text {
-                        id: words
-                        x: 8
-                        y: 4
-                        width: cell.width - 16
-                        text: MarkdownFormat.paragraph(cell.modelData, Theme.accent, Theme.hover, Theme.codeSmall,
-                                                       Theme.uiLine)
-                        textFormat: Text.RichText
-                        font: cell.index < table.columns ? Theme.uiBold : Theme.ui
-                        color: Theme.text
-                        wrapMode: Text.Wrap
-                        horizontalAlignment: table.alignments[cell.index % table.columns]
-                        onLinkActivated: link => table.linkChosen(link, cell.modelData)
-                    }
-                }
+            delegate: MarkdownCell {
+                onLinkChosen: (link, html) => table.linkChosen(link, html)
             }
         }
     }

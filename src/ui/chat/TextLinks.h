@@ -19,7 +19,7 @@ class TextLinks : public QObject
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QQuickItem *item MEMBER m_item WRITE setItem NOTIFY itemChanged)
-    Q_PROPERTY(QQuickTextDocument *document MEMBER m_document NOTIFY itemChanged)
+    Q_PROPERTY(QQuickTextDocument *document MEMBER m_document WRITE setDocument NOTIFY itemChanged)
     /** The chosen link's address; empty for none. */
     Q_PROPERTY(QString address READ address NOTIFY chosenChanged)
 
@@ -27,6 +27,7 @@ public:
     using QObject::QObject;
 
     void setItem(QQuickItem *item);
+    void setDocument(QQuickTextDocument *document) { m_document = document; }
     [[nodiscard]] QString address() const { return m_address; }
 
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -26,7 +26,8 @@ Rectangle {
         MarkdownText {
             id: words
             width: flick.width - 10
-            html: MarkdownFormat.codeLines(box.text, Theme.codeSmallLine)
+            html: ""
+            text: MarkdownFormat.codeLines(box.text, Theme.codeSmallLine)
             font: Theme.codeSmall
             color: Theme.text2
             wrapMode: TextEdit.WrapAnywhere

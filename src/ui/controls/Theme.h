@@ -96,6 +96,8 @@ class Theme : public QObject
 
     Q_PROPERTY(QList<QColor> modeColors READ modeColors NOTIFY colorsChanged FINAL)
     Q_PROPERTY(QList<QColor> laneColors READ laneColors NOTIFY colorsChanged FINAL)
+    /** Of code: words of the language, strings, numbers, comments, added and removed lines. */
+    Q_PROPERTY(QList<QColor> codeInks READ codeInks NOTIFY colorsChanged FINAL)
 
     Q_PROPERTY(int radius READ radius CONSTANT FINAL)
     Q_PROPERTY(int radiusSmall READ radiusSmall CONSTANT FINAL)
@@ -193,6 +195,11 @@ public:
 
     [[nodiscard]] QList<QColor> modeColors() const { return colors().modes; }
     [[nodiscard]] QList<QColor> laneColors() const { return colors().lanes; }
+    [[nodiscard]] QList<QColor> codeInks() const
+    {
+        const auto &c = colors();
+        return {c.accent, c.success, c.info, c.text3, c.success, c.danger};
+    }
 
     /** A row height or icon size, scaled and in whole pixels; spaces do not scale. */
     Q_INVOKABLE [[nodiscard]] int px(qreal pixels) const;
