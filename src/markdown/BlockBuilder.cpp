@@ -255,9 +255,9 @@ void BlockBuilder::endLeaf()
 }
 
 // A view draws a paragraph as a whole. One that would take long for that is shown in parts.
-void BlockBuilder::cutLongParagraph()
+void BlockBuilder::cutLongParagraph(qsizetype size)
 {
-    if (m_beyondCap || m_leaf->kind == Kind::Table || m_inline.size() <= MarkdownReader::longParagraph)
+    if (m_beyondCap || m_leaf->kind == Kind::Table || m_inline.size() < size)
         return;
     const QString html = m_inline.cut();
     if (html.isEmpty())
@@ -354,7 +354,7 @@ void BlockBuilder::text(MD_TEXTTYPE type, QStringView text)
         while (text.size() > MarkdownReader::longParagraph) {
             const qsizetype end = partEnd(text);
             m_inline.text(text.left(end));
-            cutLongParagraph();
+            cutLongParagraph(end);
             text = text.mid(end);
         }
         m_inline.text(text);
@@ -374,13 +374,13 @@ void BlockBuilder::text(MD_TEXTTYPE type, QStringView text)
         while (text.size() > MarkdownReader::longParagraph) {
             const qsizetype end = partEnd(text);
             m_inline.code(text.left(end));
-            cutLongParagraph();
+            cutLongParagraph(end);
             text = text.mid(end);
         }
         m_inline.code(text);
         break;
     }
-    cutLongParagraph();
+    cutLongParagraph(MarkdownReader::longParagraph);
 }
 
 } // namespace Vesk

@@ -39,7 +39,7 @@ private:
     void endRow();
     void endCell();
     void beginCell(const MD_BLOCK_TD_DETAIL &detail, bool head);
-    void cutLongParagraph();
+    void cutLongParagraph(qsizetype size);
     bool spend(qsizetype addressSize);
     [[nodiscard]] bool cellIsKept() const;
 

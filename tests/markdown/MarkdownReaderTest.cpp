@@ -1,5 +1,7 @@
 #include "markdown/MarkdownReader.h"
 
+#include "markdown/CodeTokens.h"
+#include "markdown/MarkdownLinks.h"
 #include "markdown/MarkdownStyle.h"
 #include "support/TestRegistry.h"
 
@@ -201,7 +203,7 @@ private Q_SLOTS:
         QCOMPARE(many.droppedBlocks, 7);
 
         const auto wide =
-            blocksOf(u"|a"_s.repeated(70) + u"\n"_s + u"|-"_s.repeated(70) + u"\n|b|\n"_s).first();
+            blocksOf(u"|a"_s.repeated(262) + u"\n"_s + u"|-"_s.repeated(262) + u"\n|b|\n"_s).first();
         QCOMPARE(wide.columnCount(), MarkdownReader::maxTableColumns);
         QCOMPARE(wide.cells.size(), 2 * MarkdownReader::maxTableColumns);
         QCOMPARE(wide.droppedColumns, 6);
@@ -209,6 +211,11 @@ private Q_SLOTS:
             blocksOf(u"|a|\n|-|\n"_s + u"|b|\n"_s.repeated(MarkdownReader::maxTableRows + 4)).first();
         QCOMPARE(tall.cells.size(), MarkdownReader::maxTableRows);
         QCOMPARE(tall.droppedRows, 5); // the head is a row too
+        const auto large = blocksOf(u"|a"_s.repeated(200) + u"\n"_s + u"|-"_s.repeated(200) + u"\n"_s
+                                    + u"|b|\n"_s.repeated(150))
+                               .first();
+        QCOMPARE(large.cells.size(), MarkdownReader::maxTableCells);
+        QCOMPARE(large.droppedRows, 51);
 
         const auto deep = blocksOf(u"> "_s.repeated(100) + u"- "_s.repeated(100) + u"a"_s).last();
         QCOMPARE(deep.quoteDepth, MarkdownReader::maxDepth);
@@ -216,7 +223,10 @@ private Q_SLOTS:
 
         const auto cut =
             MarkdownReader::parse(u"한"_s.repeated(MarkdownReader::maxCharacters - 1) + u"👍🏽!"_s);
-        QCOMPARE(cut.blocks.first().html.size(), MarkdownReader::maxCharacters - 1);
+        qsizetype kept = 0;
+        for (const MarkdownBlock &block : cut.blocks)
+            kept += block.html.size();
+        QCOMPARE(kept, MarkdownReader::maxCharacters - 1);
         QCOMPARE(cut.droppedCharacters, 2);
     }
 
@@ -246,15 +256,85 @@ private Q_SLOTS:
         QVERIFY(size < 20'000'000);
     }
 
+    void aLongParagraphComesInParts()
+    {
+        const QString words = u"낱말 word "_s.repeated(5000);
+        for (const QString &begin :
+             {u"- **"_s, u"> "_s, u"## "_s, u"[ "_s.repeated(20'000) + u"]("_s.repeated(20'000)}) {
+            const auto blocks =
+                blocksOf(begin + words.trimmed() + (begin.contains(u'*') ? u"**"_s : QString()));
+            QVERIFY(blocks.size() > 5);
+            QString all;
+            for (const MarkdownBlock &block : blocks) {
+                QVERIFY(block.html.size() < 3 * MarkdownReader::longParagraph);
+                QCOMPARE(block.continues, &block != &blocks.first());
+                QCOMPARE(block.quoteDepth, blocks.first().quoteDepth);
+                QCOMPARE(block.html.startsWith(u"<b>"), begin.contains(u'*'));
+                all += MarkdownLinks::plainText(block.html);
+            }
+            QVERIFY(all.endsWith(words.trimmed()));
+        }
+    }
+
+    void codeHasColoursForWhatItHolds_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<QString>("tokens"); // k, s, n, c, +, - and the text
+        const auto row = [](const char *language, const QString &code, const QString &tokens) {
+            QTest::addRow("%s %s", language, qPrintable(code.left(20)))
+                << QString::fromLatin1(language) << code << tokens;
+        };
+        row("cpp", u"if (a1 == 0x1F) return \"a\\\"b\"; // 끝"_s,
+            u"k:if n:0x1F k:return s:\"a\\\"b\" c:// 끝"_s);
+        row("cpp", u"/* 둘\n줄 */ int"_s, u"c:/* 둘\n줄 */ k:int"_s);
+        row("CPP", u"/* 열린"_s, u"c:/* 열린"_s);
+        row("python", u"x = \"\"\"여러\n줄\"\"\" # 말"_s, u"s:\"\"\"여러\n줄\"\"\" c:# 말"_s);
+        row("sh", u"echo a#b $# 'x\nfi"_s, u"k:echo s:'x k:fi"_s);
+        row("sql", u"SELECT 1 -- 하나"_s, u"k:SELECT n:1 c:-- 하나"_s);
+        row("diff", u"@@ 1 @@\n-a\n+b\n c"_s, u"k:@@ 1 @@ -:-a +:+b"_s);
+        row("mermaid", u"graph TD; if"_s, {});
+        row("cpp", QString(CodeTokens::maxCharacters + 1, u'1'), {});
+    }
+
+    void codeHasColoursForWhatItHolds()
+    {
+        QFETCH(const QString, language);
+        QFETCH(const QString, code);
+        QFETCH(const QString, tokens);
+        QStringList found;
+        for (const CodeToken &token : CodeTokens::of(code, language))
+            found << QString(u"ksnc+-"[int(token.kind)]) + u':' + code.mid(token.begin, token.size);
+        QCOMPARE(found.join(u' '), tokens);
+    }
+
+    void tokensNeverOverlap()
+    {
+        QVERIFY(rc::check([](const std::string &code) {
+            const QString text = QString::fromStdString(code);
+            for (const QString &language :
+                 {u"cpp"_s, u"py"_s, u"sh"_s, u"lua"_s, u"diff"_s, u"html"_s, u"js"_s}) {
+                qsizetype end = 0;
+                for (const CodeToken &token : CodeTokens::of(text, language)) {
+                    RC_ASSERT(token.begin >= end);
+                    RC_ASSERT(token.size > 0);
+                    end = token.begin + token.size;
+                }
+                RC_ASSERT(end <= text.size());
+            }
+        }));
+    }
+
     void plainReadingKeepsCode()
     {
         const QString costly = u"[a](\n"_s.repeated(40'000);
         const auto result = MarkdownReader::parse(costly + u"\n```json\n[1]\n```\n# <z>"_s);
         QVERIFY(result.asPlainText);
-        QCOMPARE(result.blocks.size(), 3);
-        QCOMPARE(result.blocks[1].language, u"json"_s);
-        QCOMPARE(result.blocks[1].text, u"[1]"_s);
-        QCOMPARE(result.blocks[2].html, u"# &lt;z&gt;"_s);
+        const auto code = result.blocks.size() - 2;
+        QCOMPARE(result.blocks[code].language, u"json"_s);
+        QCOMPARE(result.blocks[code].text, u"[1]"_s);
+        QVERIFY(!result.blocks[code].continues);
+        QCOMPARE(result.blocks.last().html, u"# &lt;z&gt;"_s);
         QVERIFY(!MarkdownReader::parse(u"[a](b) "_s.repeated(1000)).asPlainText);
     }
 

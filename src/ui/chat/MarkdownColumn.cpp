@@ -288,6 +288,7 @@ void MarkdownColumn::layOut()
     }
     m_busy = true;
     qreal y = 0;
+    bool quotedAbove = false;
     for (const auto &block : m_built) {
         if (!block.item) {
             continue;
@@ -295,12 +296,14 @@ void MarkdownColumn::layOut()
         block.item->setWidth(std::max(width() - block.inset, 0.0));
         const qreal top = y + block.gap;
         block.item->setPosition({block.inset, top});
-        y = top + std::ceil(block.item->height());
+        const qreal blockHeight = std::ceil(block.item->height());
+        y = top + blockHeight;
         if (block.bars) {
-            const qreal barsTop = std::max(top - 8, 0.0);
+            const qreal barsTop = quotedAbove ? y - blockHeight - block.gap : top;
             block.bars->setPosition({0, barsTop});
             block.bars->setHeight(y - barsTop);
         }
+        quotedAbove = block.bars != nullptr;
     }
     m_busy = false;
     setImplicitHeight(y);
