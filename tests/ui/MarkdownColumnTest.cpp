@@ -1,0 +1,100 @@
+// Texts of any size on the screen: as one item a block, in slices, with what is left out said.
+#include "ui/chat/MarkdownColumn.h"
+
+#include "support/TestRegistry.h"
+#include "ui/chat/MarkdownCells.h"
+#include "ui/controls/InstallUi.h"
+
+#include <QAbstractItemModelTester>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QtTest>
+
+using namespace Vesk;
+using namespace Qt::StringLiterals;
+
+class MarkdownColumnTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_engine = std::make_unique<QQmlEngine>();
+        installUi(*m_engine);
+        QQmlComponent component(m_engine.get());
+        component.setData("import Vesk.Chat\nMarkdownBlocks { width: 600 }", {});
+        m_item.reset(qobject_cast<QQuickItem *>(
+            component.createWithInitialProperties({{u"blocks"_s, QVariant::fromValue(&m_blocks)}})));
+        QVERIFY2(m_item, qPrintable(component.errorString()));
+        m_column = m_item->findChild<MarkdownColumn *>();
+        QVERIFY(m_column);
+    }
+
+    void cleanup()
+    {
+        m_item.reset();
+        m_engine.reset();
+    }
+
+    void aGrowingTextKeepsItsBlocks()
+    {
+        m_blocks.setText(u"하나\n\n- 둘"_s, false);
+        QCOMPARE(m_column->builtCount(), 2);
+        const qreal height = m_column->height();
+        auto *first = m_column->childItems().first();
+        m_blocks.setText(u"하나\n\n- 둘\n- 셋\n\n> 넷\n\n```cpp\nint x;\n```\n\n|a|\n|-|\n|b|\n\n---"_s,
+                         false);
+        QCOMPARE(m_column->builtCount(), 7);
+        QCOMPARE(m_column->childItems().first(), first);
+        QVERIFY(m_column->height() > height);
+        m_blocks.setText(u"# 다른 것"_s, false);
+        QCOMPARE(m_column->builtCount(), 1);
+    }
+
+    void manyBlocksComeInSlicesAndOnDemand()
+    {
+        m_blocks.setText(u"- 항목\n"_s.repeated(1000), false);
+        QVERIFY2(m_column->builtCount() < 100, "the first frame must not wait for all of them");
+        QTRY_COMPARE(m_column->builtCount(), MarkdownColumn::shownAtOnce);
+        QCOMPARE(m_column->hiddenCount(), 600);
+        m_column->showMore();
+        QTRY_COMPARE(m_column->builtCount(), 2 * MarkdownColumn::shownAtOnce);
+        QCOMPARE(m_column->hiddenCount(), 200);
+    }
+
+    void longCodeIsDrawnInPart()
+    {
+        m_blocks.setText(u"```cpp\n"_s + u"int x;\n"_s.repeated(1000) + u"```"_s, false);
+        const auto code = m_blocks.index(0);
+        QCOMPARE(code.data(MarkdownBlockModel::ShownCodeRole).toString().count(u'\n'),
+                 MarkdownBlockModel::maxCodeLines - 1);
+        QVERIFY(code.data(MarkdownBlockModel::CodeRestRole).toString().contains(u"700줄"_s));
+        QCOMPARE(code.data(MarkdownBlockModel::TextRole).toString().count(u'\n'), 999);
+    }
+
+    void cellsTellTheirRoom()
+    {
+        MarkdownCells cells;
+        const QAbstractItemModelTester tester(&cells, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        cells.setColumns(2);
+        cells.setCells({u"a"_s, u"b"_s, u"<b>짧음</b>"_s, u"긴 글 "_s.repeated(200), u"x<br>y"_s, {}});
+        QCOMPARE(cells.rowCount(), 3);
+        QVERIFY(cells.columnWidth(0) < 100);
+        QCOMPARE(cells.columnWidth(1), MarkdownCells::widestCell + 2 * MarkdownCells::sidePadding);
+        QVERIFY(cells.rowHeight(1) > 3 * cells.rowHeight(2));
+        QVERIFY(cells.rowHeight(2) > cells.rowHeight(0));
+        QCOMPARE(cells.columnWidth(7), -1.0);
+        cells.setCells({});
+        QCOMPARE(cells.columnCount(), 0);
+    }
+
+private:
+    MarkdownBlockModel m_blocks;
+    std::unique_ptr<QQmlEngine> m_engine;
+    std::unique_ptr<QQuickItem> m_item;
+    MarkdownColumn *m_column = nullptr;
+};
+
+VESK_TEST(MarkdownColumnTest)
+#include "MarkdownColumnTest.moc"
