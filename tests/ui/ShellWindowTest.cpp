@@ -402,6 +402,11 @@ private Q_SLOTS:
         theatre.press(Qt::Key_Delete);
         QTRY_VERIFY(theatre.shows(u"열려 있는 대화는 휴지통으로 옮길 수 없습니다. 탭을 먼저 닫으세요."_s));
         theatre.picture(u"resume-blocked-"_s + theme);
+        theatre.window()->resize(900, 600);
+        Theme::shared().setScale(1.6);
+        theatre.picture(u"resume-160-small-"_s + theme);
+        Theme::shared().setScale(1);
+        theatre.window()->resize(1440, 900);
         theatre.press(Qt::Key_Escape); // the filter
         QTRY_VERIFY(theatre.shows(u"대화 43개"_s));
         theatre.press(Qt::Key_End);

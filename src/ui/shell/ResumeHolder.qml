@@ -35,7 +35,8 @@ Item {
         return takes
     }
 
-    width: item ? Theme.px(404) : 0
+    // In a small window the session keeps the larger part.
+    width: item ? Math.min(Theme.px(404), Math.round(parent.width * 0.36)) : 0
 
     Loader {
         id: loader
