@@ -42,7 +42,17 @@ public:
         }
     }
 
-    [[nodiscard]] QList<ChatMessage> take() { return std::move(m_rows); }
+    /** The rows. A call whose result never came was cut off with its child: it runs no more. */
+    [[nodiscard]] QList<ChatMessage> take()
+    {
+        for (ChatMessage &row : m_rows) {
+            for (ToolActivity &tool : row.tools) {
+                if (tool.outcome == ToolActivity::Outcome::Running)
+                    tool.finish({}, true, tool.startedAt);
+            }
+        }
+        return std::move(m_rows);
+    }
 
 private:
     struct Place {

@@ -91,6 +91,7 @@ private Q_SLOTS:
         QCOMPARE(rows[2].tools[0].outcome, ToolActivity::Outcome::Ok);
         QCOMPARE(rows[2].tools[1].outcome, ToolActivity::Outcome::Failed);
         QCOMPARE(rows[4].tools.size(), 1); // the answer before it closed the row
+        QCOMPARE(rows[4].tools[0].outcome, ToolActivity::Outcome::Failed); // nothing runs in the past
         QCOMPARE(ClaudeSessionHistory::loadMessages(past.path(u"c"_s), 80, false).size(), 3);
     }
 
