@@ -35,14 +35,17 @@ QStringList scanned(SessionScan &scan, const PastConversations &past)
     return seen;
 }
 
-struct Desk {
+struct ResumeDesk {
     PastConversations past {QDir::homePath()};
     AgentSessionStore store {SessionServices {}};
     ProjectCatalog catalog {past.project() + u"/projects.json"_s};
     QStringList log;
     SessionResume resume {store, catalog, [this](const AuditEvent &event) { log << event.summary(); }};
 
-    Desk() { [[maybe_unused]] const auto saved = catalog.upsert({.alias = u"a"_s, .path = past.project()}); }
+    ResumeDesk()
+    {
+        [[maybe_unused]] const auto saved = catalog.upsert({.alias = u"a"_s, .path = past.project()});
+    }
 
     [[nodiscard]] ResumableSession session(const QString &id, const QString &title) const
     {
@@ -113,7 +116,7 @@ private Q_SLOTS:
 
     void aConversationIsOpenOnce()
     {
-        Desk desk;
+        ResumeDesk desk;
         desk.past.write(u"c"_s, {PastConversations::said(u"고쳐줘"_s), PastConversations::answered(u"네"_s)});
         const ResumableSession session = desk.session(u"c"_s, u"제목"_s);
         ProjectChat *twice = nullptr;
@@ -140,7 +143,7 @@ private Q_SLOTS:
 
     void whatChangesWhileItIsReadCounts()
     {
-        Desk desk;
+        ResumeDesk desk;
         desk.past.write(u"c"_s, {PastConversations::said(u"말"_s)});
         int answers = 0;
         QObject gone;
@@ -161,7 +164,7 @@ private Q_SLOTS:
 
     void workflowsAreCountedInTheLog()
     {
-        Desk desk;
+        ResumeDesk desk;
         desk.past.write(u"w"_s, {PastConversations::said(u"말"_s)});
         const QString folder = desk.past.folder() + u"/w/workflows/"_s;
         desk.past.writeText(folder + u"a.json"_s, uR"({"status":"completed","runId":"r"})"_s);
@@ -174,7 +177,7 @@ private Q_SLOTS:
 
     void anUntitledConversationGetsItsTitleLater()
     {
-        Desk desk;
+        ResumeDesk desk;
         desk.past.write(u"u"_s, {});
         const ResumableSession session = desk.session(u"u"_s, ClaudeSessionHistory::untitled());
         const ProjectChat *chat = desk.opened(session);
