@@ -11,9 +11,9 @@ T.Control {
     required property ComposerModel model
     property real room: 1000
 
-    readonly property real leastWidth: percent.visible ? percent.implicitWidth : sizes.implicitWidth
-    readonly property real barWidth: bar.implicitWidth + row.spacing + leastWidth
-    readonly property real sizesWidth: barWidth + (percent.visible ? row.spacing + sizes.implicitWidth : 0)
+    readonly property real barWidth: bar.implicitWidth + row.spacing + percent.implicitWidth
+    readonly property real sizesWidth: barWidth + row.spacing + sizes.implicitWidth
+    readonly property bool brief: sizesWidth + 8 > room
 
     implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
     leftPadding: 4
@@ -53,9 +53,17 @@ T.Control {
             Accessible.ignored: true
         }
         Label {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: meter.brief && !percent.visible
+            text: "?"
+            font: Theme.secondary
+            color: Theme.text3
+            Accessible.ignored: true
+        }
+        Label {
             id: sizes
             anchors.verticalCenter: parent.verticalCenter
-            visible: !percent.visible || meter.sizesWidth + 8 <= meter.room
+            visible: !meter.brief
             text: meter.model.contextSizeText
             font: Theme.secondary
             color: Theme.text3

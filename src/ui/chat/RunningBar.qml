@@ -31,7 +31,8 @@ Bar {
         }
         Label {
             height: parent.height
-            width: Math.min(implicitWidth, bar.width - 180)
+            width: Math.max(0, Math.min(implicitWidth, bar.width - Theme.px(100)
+                                        - (background.visible ? background.width + 12 : 0)))
             text: bar.status.activity
             font: Theme.uiBold
             Accessible.ignored: true
