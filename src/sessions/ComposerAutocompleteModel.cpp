@@ -79,7 +79,7 @@ QVariant ComposerAutocompleteModel::data(const QModelIndex &index, int role) con
     const QString &candidate = m_candidates.at(index.row());
     const auto slash = namesFiles() ? candidate.lastIndexOf(u'/') : -1;
     const QString name = namesFiles() ? candidate.sliced(slash + 1) : u'/' + candidate;
-    const QString typed = namesFiles() ? m_detection.query : u'/' + m_detection.query;
+    const QString typed = namesFiles() ? m_detection.query.section(u'/', -1) : u'/' + m_detection.query;
     const auto match = typed.isEmpty() ? -1 : name.indexOf(typed, 0, Qt::CaseInsensitive);
     switch (role) {
     case Qt::DisplayRole:

@@ -17,7 +17,7 @@ public:
     enum Roles {
         NameRole = Qt::UserRole + 1, ///< a command with its "/", or a file's name
         FolderRole,                  ///< of a file, relative; empty at the top and for commands
-        MatchStartRole,              ///< where what was typed stands in the name
+        MatchStartRole,              ///< where what was typed last stands in the name
         MatchLengthRole,             ///< 0 when it doesn't
     };
 

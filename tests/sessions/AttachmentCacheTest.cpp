@@ -13,7 +13,6 @@
 #include <rapidcheck.h>
 
 using namespace Vesk;
-using namespace Vesk::AttachmentCache;
 using namespace Qt::StringLiterals;
 
 namespace
@@ -49,12 +48,12 @@ private Q_SLOTS:
         data.setData(u"image/png"_s, smallPng());
         data.setUrls({QUrl::fromLocalFile(file.fileName()), QUrl::fromLocalFile(folder.filePath(u"gone"_s)),
                       QUrl(u"https://example.org/x.png"_s)});
-        QCOMPARE(attachablePaths(data), QStringList {file.fileName()});
-        QVERIFY(attachableImage(data));
+        QCOMPARE(AttachmentCache::attachablePaths(data), QStringList {file.fileName()});
+        QVERIFY(AttachmentCache::attachableImage(data));
         QMimeData text;
         text.setText(u"text"_s);
-        QVERIFY(attachablePaths(text).isEmpty());
-        QVERIFY(!attachableImage(text));
+        QVERIFY(AttachmentCache::attachablePaths(text).isEmpty());
+        QVERIFY(!AttachmentCache::attachableImage(text));
     }
 
     void picturesAreSaved_data()
@@ -79,11 +78,11 @@ private Q_SLOTS:
         QMimeData data;
         data.setData(format, bytes);
         const QTemporaryDir caches;
-        const auto pasted = attachableImage(data);
+        const auto pasted = AttachmentCache::attachableImage(data);
         QVERIFY(pasted);
         const QDateTime now(QDate(2026, 3, 4), QTime(15, 6, 7));
-        const QString folder = directory(caches.path());
-        const auto saved = savePastedImage(*pasted, folder, now, u"pasted"_s);
+        const QString folder = AttachmentCache::directory(caches.path());
+        const auto saved = AttachmentCache::savePastedImage(*pasted, folder, now, u"pasted"_s);
         QCOMPARE(saved.has_value(), isWhole);
         QCOMPARE(QDir(folder).entryList(QDir::Files | QDir::Hidden).size(), isWhole ? 1 : 0);
         if (!isWhole)
@@ -94,43 +93,47 @@ private Q_SLOTS:
         QVERIFY(file.open(QIODevice::ReadOnly));
         QVERIFY(file.readAll().startsWith("\x89PNG\r\n\x1a\n"));
         QCOMPARE(QFile::permissions(*saved) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
-        QVERIFY(!savePastedImage(*pasted, caches.filePath(u"nowhere"_s), now));
+        QVERIFY(!AttachmentCache::savePastedImage(*pasted, caches.filePath(u"nowhere"_s), now));
     }
 
     void oldFilesGoFirst()
     {
         const QDateTime now(QDate(2026, 3, 4), QTime(12, 0));
         const auto aged = [&now](const QString &path, qint64 seconds, qint64 size) {
-            return CachedFile {path, now.addSecs(-seconds), size};
+            return AttachmentCache::CachedFile {path, now.addSecs(-seconds), size};
         };
-        QCOMPARE(prunePlan({aged(u"new"_s, 5, 100 * mebibyte), aged(u"old"_s, 30, 100 * mebibyte),
-                            aged(u"mid"_s, 20, 100 * mebibyte)},
-                           now, maxAge, maxTotalBytes),
-                 QStringList {u"old"_s});
-        QCOMPARE(prunePlan({aged(u"kept"_s, maxAge.count(), 1), aged(u"over"_s, maxAge.count() + 1, 1)}, now,
-                           maxAge, maxTotalBytes),
+        QCOMPARE(
+            AttachmentCache::prunePlan({aged(u"new"_s, 5, 100 * mebibyte), aged(u"old"_s, 30, 100 * mebibyte),
+                                        aged(u"mid"_s, 20, 100 * mebibyte)},
+                                       now, AttachmentCache::maxAge, AttachmentCache::maxTotalBytes),
+            QStringList {u"old"_s});
+        QCOMPARE(AttachmentCache::prunePlan({aged(u"kept"_s, AttachmentCache::maxAge.count(), 1),
+                                             aged(u"over"_s, AttachmentCache::maxAge.count() + 1, 1)},
+                                            now, AttachmentCache::maxAge, AttachmentCache::maxTotalBytes),
                  QStringList {u"over"_s});
-        QVERIFY(prunePlan({aged(u"exact"_s, 1, maxTotalBytes)}, now, maxAge, maxTotalBytes).isEmpty());
+        QVERIFY(AttachmentCache::prunePlan({aged(u"exact"_s, 1, AttachmentCache::maxTotalBytes)}, now,
+                                           AttachmentCache::maxAge, AttachmentCache::maxTotalBytes)
+                    .isEmpty());
     }
 
     void pruningTwiceChangesNothingMore()
     {
         QVERIFY(rc::check([] {
             const QDateTime now(QDate(2026, 3, 4), QTime(12, 0));
-            QList<CachedFile> files;
+            QList<AttachmentCache::CachedFile> files;
             const auto count = *rc::gen::inRange(0, 12);
             for (int i = 0; i < count; ++i)
                 files.append(
                     {QString::number(i), now.addSecs(-*rc::gen::inRange(-5, 100)), *rc::gen::inRange(0, 50)});
-            const auto plan = prunePlan(files, now, std::chrono::seconds(60), 100);
+            const auto plan = AttachmentCache::prunePlan(files, now, std::chrono::seconds(60), 100);
             qint64 left = 0;
-            files.removeIf([&](const CachedFile &file) { return plan.contains(file.path); });
+            files.removeIf([&](const AttachmentCache::CachedFile &file) { return plan.contains(file.path); });
             for (const auto &file : files) {
                 RC_ASSERT(file.modified.secsTo(now) <= 60);
                 left += file.size;
             }
             RC_ASSERT(left <= 100);
-            RC_ASSERT(prunePlan(files, now, std::chrono::seconds(60), 100).isEmpty());
+            RC_ASSERT(AttachmentCache::prunePlan(files, now, std::chrono::seconds(60), 100).isEmpty());
         }));
     }
 
@@ -138,17 +141,17 @@ private Q_SLOTS:
     {
         const QTemporaryDir caches;
         const QString outside = caches.filePath(u"outside.png"_s);
-        const QString folder = directory(caches.path());
+        const QString folder = AttachmentCache::directory(caches.path());
         for (const auto &path : {outside, folder + u"/a.png"_s}) {
             QFile file(path);
             QVERIFY(file.open(QIODevice::WriteOnly));
             QVERIFY(file.setFileTime(QDateTime::currentDateTime().addDays(-8), QFile::FileModificationTime));
         }
         QVERIFY(QFile::link(outside, folder + u"/link.png"_s));
-        prune(folder, QDateTime::currentDateTime());
+        AttachmentCache::prune(folder, QDateTime::currentDateTime());
         QVERIFY(QFile::exists(outside));
         QVERIFY(!QFile::exists(folder + u"/a.png"_s));
-        pruneAtLaunch(caches.filePath(u"nowhere"_s));
+        AttachmentCache::pruneAtLaunch(caches.filePath(u"nowhere"_s));
         QVERIFY(!QFile::exists(caches.filePath(u"nowhere"_s)));
     }
 };

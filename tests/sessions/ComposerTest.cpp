@@ -162,7 +162,7 @@ private Q_SLOTS:
         QCOMPARE(model.selected(), u"c"_s);
         model.moveHighlight(5);
         QCOMPARE(model.highlighted(), 1);
-        model.update(token(u"@ma"_s), {u"src/Main.cpp"_s, u"b/ma"_s});
+        model.update(token(u"@src/ma"_s), {u"src/Main.cpp"_s, u"src/ma"_s});
         QCOMPARE(model.highlighted(), 1);
         const auto first = model.index(0);
         QCOMPARE(model.data(first, ComposerAutocompleteModel::NameRole).toString(), u"Main.cpp"_s);
