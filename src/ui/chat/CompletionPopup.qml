@@ -37,7 +37,7 @@ Popup {
 
                 required property int index
 
-                width: list.width
+                width: list.width - (list.count > popup.rows ? 12 : 0)
                 isFile: popup.completion.namesFiles
                 highlighted: row.index === popup.completion.highlighted
                 onTaken: popup.completion.take(row.index)
