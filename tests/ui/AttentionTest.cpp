@@ -8,6 +8,7 @@
 #include "ui/shell/Workspace.h"
 #include "ui/ShellStage.h"
 
+#include <QAbstractItemModelTester>
 #include <QtTest>
 
 using namespace Vesk;
@@ -154,6 +155,41 @@ private Q_SLOTS:
         QVERIFY(plan.show.at(0).notice.stays && !plan.show.at(1).notice.stays);
         QVERIFY(plan.show.at(0).notice.category != plan.show.at(1).notice.category);
         QCOMPARE(sessionOfNotice(plan.show.at(2).id), u"c"_s);
+    }
+
+    void toastsAreForSessionsOutOfView()
+    {
+        QList<AttentionTold> done;
+        const auto shown = [&done](const QList<AttentionSession> &sessions, const QString &current,
+                                   bool active) {
+            const ToastPlan plan = planToasts(sessions, current, active, done);
+            done = plan.done;
+            QStringList keys;
+            for (const AttentionSession &session : plan.show)
+                keys.append(session.key);
+            return keys.join(u' ');
+        };
+        const QList<AttentionSession> busy {endedSession(u"e"_s), waitingSession(u"w1"_s, 30),
+                                            waitingSession(u"w2"_s, 90)};
+        // What ended while nobody was here, or had no room, is no news later.
+        QCOMPARE(shown({endedSession(u"e"_s)}, {}, false), QString());
+        QCOMPARE(shown({endedSession(u"e"_s)}, {}, true), QString());
+        done.clear();
+        QCOMPARE(shown(busy, {}, true), u"w2 w1"_s);
+        QCOMPARE(shown(busy, u"w2"_s, true), u"w1"_s);
+        QCOMPARE(shown(busy, u"other"_s, true), u"w1"_s); // the other one was looked at
+        QCOMPARE(
+            shown({endedSession(u"n"_s), waitingSession(u"w1"_s, 30), waitingSession(u"w2"_s, 5)}, {}, true),
+            u"w1 w2"_s); // a new prompt is
+        QCOMPARE(shown({endedSession(u"m"_s), waitingSession(u"w1"_s, 30)}, u"x"_s, true), u"w1 m"_s);
+
+        ToastsModel model;
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+        model.setSessions({waitingSession(), endedSession(u"b"_s, true)});
+        QCOMPARE(model.index(0).data(ToastsModel::DetailRole).toString(), u"billing · Bash 승인 대기"_s);
+        QCOMPARE(model.index(1).data(ToastsModel::DetailRole).toString(), u"billing · 실패"_s);
+        model.setSessions({endedSession(u"b"_s, true)});
+        QCOMPARE(model.index(0).data(ToastsModel::KeyRole).toString(), u"b"_s);
     }
 
     void theTraysMenuBeginsWithWhatWaits()

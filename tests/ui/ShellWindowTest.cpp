@@ -281,15 +281,43 @@ private Q_SLOTS:
         QTRY_VERIFY(!theatre.shows(u"일하는 중인 세션을 닫을까요?"_s));
         QCOMPARE(theatre.workspace().tabs()->count(), 1);
 
+        theatre.press(Qt::Key_Comma, Qt::ControlModifier); // another sheet does not stand in the way
         theatre.window()->close();
         QVERIFY(theatre.window()->isVisible());
-        QVERIFY(theatre.shows(u"세션 1개가 실행 중입니다"_s));
+        QTRY_VERIFY(theatre.shows(u"세션 1개가 실행 중입니다"_s));
+        QTRY_VERIFY(!theatre.shows(u"고르면 바로 적용됩니다."_s));
         theatre.click(u"창만 닫기"_s);
         QTRY_VERIFY(!theatre.window()->isVisible());
         QVERIFY(chat.isRunning());
         stage.runtime().openMainWindow();
         QVERIFY(theatre.window()->isVisible());
         QTRY_VERIFY(!theatre.shows(u"세션 1개가 실행 중입니다"_s));
+        QCOMPARE(theatre.warnings(), QStringList());
+    }
+
+    void aToastLeadsToTheSessionThatWaits()
+    {
+        ShellStage stage;
+        stage.runtime().start();
+        stage.addProject(u"billing"_s, 0);
+        stage.addSession(u"billing"_s, u"앞"_s);
+        ProjectChat &waits = stage.addSession(u"billing"_s, u"뒤"_s);
+        ProjectChat &other = stage.addSession(u"billing"_s, u"옆"_s);
+        const Theatre theatre(stage);
+        for (ProjectChat *chat : {&waits, &other})
+            ShellStage::run(*chat, u"go"_s);
+        QVERIFY(!theatre.shows(u"가기"_s));
+        ShellStage::askPermission(waits, u"Bash"_s, u"ls"_s);
+        QTRY_VERIFY(theatre.shows(u"가기"_s));
+        ShellStage::finish(other, u"done"_s);
+        QTRY_VERIFY(theatre.shows(u"billing · 끝남"_s));
+        theatre.picture(u"toasts"_s);
+        theatre.click(u"가기"_s);
+        QTRY_VERIFY(!theatre.shows(u"billing · Bash 승인 대기"_s));
+        QCOMPARE(theatre.workspace().currentChat(), &waits);
+        QVERIFY(theatre.shows(u"billing · 끝남"_s));
+        QTest::mouseMove(theatre.window(), {300, 800}); // below the pointer it would stay
+        QTRY_VERIFY(!theatre.shows(u"billing · 끝남"_s));
         QCOMPARE(theatre.warnings(), QStringList());
     }
 

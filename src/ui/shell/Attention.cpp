@@ -65,6 +65,7 @@ void Attention::begin()
     connect(&roster, &SessionRoster::sessionAdded, this, look);
     connect(&roster, &SessionRoster::sessionRemoved, this, look);
     connect(&m_workspace, &Workspace::windowActiveChanged, this, look);
+    connect(&m_workspace, &Workspace::currentChanged, this, look);
     connect(&m_runtime.preferences(), &Preferences::changed, this, look);
     update();
 }
@@ -72,6 +73,20 @@ void Attention::begin()
 bool Attention::inTray() const
 {
     return m_tray && m_tray->isShown();
+}
+
+void Attention::goTo(const QString &sessionKey)
+{
+    m_workspace.select(sessionKey);
+}
+
+void Attention::dismissToast(const QString &sessionKey)
+{
+    for (const AttentionSession &session : sessions()) {
+        if (session.key == sessionKey)
+            m_toastsDone.append(toldOf(session));
+    }
+    m_settle.start(); // not at once: the toast is still in its own handler
 }
 
 bool Attention::mayClose()
@@ -129,6 +144,10 @@ void Attention::update()
         m_notifications.close(id);
     for (const AttentionNotice &each : std::as_const(plan.show))
         m_notifications.show(each.id, each.notice);
+
+    ToastPlan toasts = planToasts(all, m_workspace.currentKey(), m_workspace.windowActive(), m_toastsDone);
+    m_toastsDone = std::move(toasts.done);
+    m_toasts.setSessions(toasts.show);
 
     if (const TrayCounts counts = trayCounts(all); counts != m_counts) {
         m_counts = counts;

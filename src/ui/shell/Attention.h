@@ -1,8 +1,10 @@
-// Tells a person who is not at the window: by the tray and by notices on the desktop.
+// Tells a person what happens in sessions that are not in view: by the tray and by notices on the desktop,
+// and by toasts to who is at the window.
 #pragma once
 
 #include "core/SessionBus.h"
 #include "ui/shell/AttentionPlan.h"
+#include "ui/shell/ToastsModel.h"
 
 #include <QObject>
 #include <QTimer>
@@ -26,6 +28,7 @@ class Attention : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("made with the main window")
     Q_PROPERTY(bool inTray READ inTray NOTIFY inTrayChanged)
+    Q_PROPERTY(Vesk::ToastsModel *toasts READ toasts CONSTANT)
 
 public:
     Attention(Workspace &workspace, Runtime &runtime, BusSource bus = &sessionBus, QObject *parent = nullptr);
@@ -35,6 +38,10 @@ public:
 
     /** The program can be found in the desktop's tray. */
     [[nodiscard]] bool inTray() const;
+
+    [[nodiscard]] ToastsModel *toasts() { return &m_toasts; }
+    Q_INVOKABLE void goTo(const QString &sessionKey);
+    Q_INVOKABLE void dismissToast(const QString &sessionKey);
 
     /** The window is being closed by the person: whether it may go for good. If not, one of the signals says
        what happens instead. */
@@ -60,6 +67,8 @@ private:
     DesktopNotifications m_notifications;
     std::unique_ptr<TrayItem> m_tray;
     QList<AttentionTold> m_told;
+    QList<AttentionTold> m_toastsDone;
+    ToastsModel m_toasts;
     QStringList m_shownStates; // what the tray's menu was last announced for
     TrayCounts m_counts;
     QTimer m_settle; // one look for all that changes in one go

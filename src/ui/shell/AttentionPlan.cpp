@@ -3,6 +3,7 @@
 #include "base/Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Vesk
 {
@@ -14,6 +15,7 @@ namespace
 
 constexpr qsizetype linesPerGroup = 10;
 constexpr qsizetype labelCharacters = 60;
+constexpr qsizetype toastsAtOnce = 2;
 
 QString noticeId(const QString &key, AttentionSignal signal)
 {
@@ -23,6 +25,11 @@ QString noticeId(const QString &key, AttentionSignal signal)
 QDateTime signalSince(const SessionFacts &facts)
 {
     return attentionSignal(facts) == AttentionSignal::MyTurn ? facts.waitingSince : facts.lastActiveAt;
+}
+
+bool isSameSignal(const AttentionTold &a, const AttentionTold &b)
+{
+    return a.key == b.key && a.signal == b.signal && a.since == b.since;
 }
 
 DesktopNotice noticeOf(const AttentionSession &session)
@@ -73,6 +80,14 @@ AttentionSignal attentionSignal(const SessionFacts &facts)
     return isUnseenEnd(state) ? AttentionSignal::Finished : AttentionSignal::None;
 }
 
+AttentionTold toldOf(const AttentionSession &session)
+{
+    return {.key = session.key,
+            .signal = attentionSignal(session.facts),
+            .since = signalSince(session.facts),
+            .noticed = false};
+}
+
 AttentionPlan planAttention(const QList<AttentionSession> &sessions, const AttentionWishes &wishes,
                             const QList<AttentionTold> &before)
 {
@@ -82,10 +97,9 @@ AttentionPlan planAttention(const QList<AttentionSession> &sessions, const Atten
         if (signal == AttentionSignal::None) {
             continue;
         }
-        AttentionTold told {.key = session.key, .signal = signal, .since = signalSince(session.facts)};
-        const auto known = std::ranges::find_if(before, [&told](const AttentionTold &earlier) {
-            return earlier.key == told.key && earlier.signal == told.signal && earlier.since == told.since;
-        });
+        AttentionTold told = toldOf(session);
+        const auto known = std::ranges::find_if(
+            before, [&told](const AttentionTold &earlier) { return isSameSignal(earlier, told); });
         const bool wanted = signal == AttentionSignal::MyTurn ? wishes.myTurn : wishes.finished;
         const bool may = wanted && !wishes.windowActive;
         if (known == before.end() && may) {
@@ -109,6 +123,38 @@ AttentionPlan planAttention(const QList<AttentionSession> &sessions, const Atten
 QString sessionOfNotice(const QString &noticeId)
 {
     return noticeId.section(u'/', 0, 0);
+}
+
+ToastPlan planToasts(const QList<AttentionSession> &sessions, const QString &currentKey, bool windowActive,
+                     const QList<AttentionTold> &done)
+{
+    ToastPlan plan;
+    QList<AttentionSession> ends;
+    for (const AttentionSession &session : sessions) {
+        const AttentionTold told = toldOf(session);
+        if (told.signal == AttentionSignal::None) {
+            continue;
+        }
+        const bool known = std::ranges::any_of(
+            done, [&told](const AttentionTold &earlier) { return isSameSignal(earlier, told); });
+        const bool waits = told.signal == AttentionSignal::MyTurn;
+        if (known || session.key == currentKey || (!waits && !windowActive)) {
+            plan.done.append(told);
+        } else {
+            (waits ? plan.show : ends).append(session);
+        }
+    }
+    std::ranges::stable_sort(plan.show, {},
+                             [](const AttentionSession &session) { return session.facts.waitingSince; });
+    plan.show = plan.show.first(std::min(plan.show.size(), toastsAtOnce));
+    for (const AttentionSession &session : std::as_const(ends)) {
+        if (plan.show.size() < toastsAtOnce) {
+            plan.show.append(session);
+        } else {
+            plan.done.append(toldOf(session)); // later it would be no news
+        }
+    }
+    return plan;
 }
 
 TrayCounts trayCounts(const QList<AttentionSession> &sessions)

@@ -65,6 +65,19 @@ struct AttentionPlan {
 /** The session that a notice is about. */
 [[nodiscard]] QString sessionOfNotice(const QString &noticeId);
 
+/** What the window itself says of sessions that are not in view; `done` is what the next plan begins from. */
+struct ToastPlan {
+    QList<AttentionSession> show;
+    QList<AttentionTold> done; ///< dismissed, looked at, or told elsewhere
+};
+
+/** What waits comes first and stays; what ended is told only to a person who is at the window. A session that
+   was looked at is not told again. */
+[[nodiscard]] ToastPlan planToasts(const QList<AttentionSession> &sessions, const QString &currentKey,
+                                   bool windowActive, const QList<AttentionTold> &done);
+/** The signal of a session as it stands, to be put under what is done. */
+[[nodiscard]] AttentionTold toldOf(const AttentionSession &session);
+
 /** How many sessions are in which state, as the tray shows it. */
 struct TrayCounts {
     int waiting = 0;

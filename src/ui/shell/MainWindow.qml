@@ -38,5 +38,6 @@ Window {
         audit: window.audit
         resume: window.resume
         settings: window.settings
+        attention: window.attention
     }
 }

@@ -14,6 +14,11 @@ Item {
         if (!shown)
             loader.setSource(name + ".qml", properties)
     }
+    // For what cannot be put off: an open sheet goes, and what was typed there with it.
+    function openInPlace(name: string, properties: var): void {
+        loader.source = ""
+        open(name, properties)
+    }
 
     Loader {
         id: loader

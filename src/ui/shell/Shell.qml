@@ -13,11 +13,12 @@ FocusScope {
     required property AuditView audit
     required property ResumeView resume
     required property Settings settings
+    required property Attention attention
 
     property bool sidebarShown: true
 
     function askBeforeClosing(work: list<string>): void {
-        sheets.open("CloseWindowSheet", { work: work, host: Window.window })
+        sheets.openInPlace("CloseWindowSheet", { work: work, host: Window.window })
     }
     function addFolder(folder: string): void {
         addProject.begin(folder)
@@ -142,6 +143,17 @@ FocusScope {
         }
         onDeleteRequested: (key, title) => sheets.open("DeleteConversationSheet", { view: shell.resume, key: key, conversation: title })
         onClosed: pane.focusBody()
+    }
+
+    Lazy {
+        anchors.top: auditBanner.bottom
+        anchors.topMargin: Theme.px(68) + 12
+        anchors.right: pane.right
+        anchors.rightMargin: 16
+        width: 360
+        wanted: shell.attention.toasts.count > 0
+        file: Qt.resolvedUrl("ToastStack.qml")
+        properties: ({ attention: shell.attention })
     }
 
     FolderDrop {
