@@ -312,6 +312,9 @@ private Q_SLOTS:
         ShellStage::finish(other, u"done"_s);
         QTRY_VERIFY(theatre.shows(u"billing · 끝남"_s));
         theatre.picture(u"toasts"_s);
+        QSignalSpy frames(theatre.window(), &QQuickWindow::frameSwapped);
+        theatre.window()->update();
+        QTRY_VERIFY(!frames.isEmpty()); // a frame lays the toasts out
         theatre.click(u"가기"_s);
         QTRY_VERIFY(!theatre.shows(u"billing · Bash 승인 대기"_s));
         QCOMPARE(theatre.workspace().currentChat(), &waits);
