@@ -3,6 +3,7 @@
 #include "markdown/MarkdownReader.h"
 
 #include <QClipboard>
+#include <QDateTime>
 #include <QGuiApplication>
 
 #include <algorithm>
@@ -115,6 +116,7 @@ MarkdownBlockModel::MarkdownBlockModel(QObject *parent)
     : QAbstractListModel(parent)
 {
     m_timer.setSingleShot(true);
+    m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, &MarkdownBlockModel::read);
 }
 
@@ -130,11 +132,14 @@ void MarkdownBlockModel::setText(const QString &text, bool growing)
         return;
     }
     m_text = text;
-    const auto rest = m_sinceRead.isValid() ? m_restMs - m_sinceRead.elapsed() : 0;
-    if (!growing || rest <= 0) {
+    auto rest = m_sinceRead.isValid() ? m_restMs - m_sinceRead.elapsed() : 0;
+    if (!growing || !m_sinceRead.isValid() || rest <= -parseIntervalMs) {
         read();
     } else if (!m_timer.isActive()) {
-        m_timer.start(static_cast<int>(rest));
+        rest = std::max<qint64>(rest, 0);
+        // Texts that grow side by side are read in the same beat, and drawn in one frame.
+        const auto beat = QDateTime::currentMSecsSinceEpoch() + rest;
+        m_timer.start(static_cast<int>(rest + parseIntervalMs - 1 - (beat - 1) % parseIntervalMs));
     }
 }
 

@@ -33,6 +33,12 @@ int linesOf(const QString &text, const QFont &font, qreal width)
 
 } // namespace
 
+void MarkdownCells::componentComplete()
+{
+    m_complete = true;
+    measure();
+}
+
 void MarkdownCells::setCells(const QStringList &cells)
 {
     m_cells = cells;
@@ -114,6 +120,9 @@ QHash<int, QByteArray> MarkdownCells::roleNames() const
 
 void MarkdownCells::measure()
 {
+    if (!m_complete) {
+        return;
+    }
     beginResetModel();
     m_widths = QList<qreal>(columnCount(), 0);
     m_heights = QList<qreal>(rowCount(), 0);

@@ -3,6 +3,7 @@
 
 #include <QAbstractTableModel>
 #include <QFont>
+#include <QQmlParserStatus>
 #include <QtQml/qqmlregistration.h>
 
 namespace Vesk
@@ -12,9 +13,10 @@ namespace Vesk
  * A table model whose columns are as wide as their widest cell, up to `widestCell`, and whose rows are as
  * high as their tallest. All of it is measured beforehand, so that a view makes only the cells that are seen.
  */
-class MarkdownCells : public QAbstractTableModel
+class MarkdownCells : public QAbstractTableModel, public QQmlParserStatus
 {
     Q_OBJECT
+    Q_INTERFACES(QQmlParserStatus)
     QML_ELEMENT
     Q_PROPERTY(
         QStringList cells MEMBER m_cells WRITE setCells NOTIFY contentChanged) ///< inline HTML, row by row
@@ -33,6 +35,9 @@ public:
     static constexpr qreal endPadding = 4;
 
     using QAbstractTableModel::QAbstractTableModel;
+
+    void classBegin() override { m_complete = false; }
+    void componentComplete() override;
 
     void setCells(const QStringList &cells);
     void setColumns(int columns);
@@ -59,6 +64,7 @@ private:
     QStringList m_cells;
     QList<int> m_alignments;
     int m_columns = 0;
+    bool m_complete = true; // else more of it is coming, and measuring waits
     QFont m_font;
     qreal m_lineHeight = 20;
     QList<qreal> m_widths;
