@@ -1,5 +1,4 @@
 import QtQuick
-import Vesk.Controls
 import Vesk.Chat
 
 // The mark behind the last word of a text that is still growing.

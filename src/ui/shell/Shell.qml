@@ -40,7 +40,11 @@ FocusScope {
 
     // F6 goes through these.
     function moveRegion(step: int): void {
-        const regions = [sidebar, pane.tabStrip, pane.body, background, resumePanel.item].filter(region => region?.visible ?? false)
+        const regions = []
+        for (const region of [sidebar, pane.tabStrip, pane.body, background, resumePanel.item]) {
+            if (region?.visible ?? false)
+                regions.push(region)
+        }
         let here = 0
         while (here < regions.length - 1 && !regions[here].activeFocus)
             ++here
