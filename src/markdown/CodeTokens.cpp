@@ -9,7 +9,7 @@ namespace Vesk
 namespace
 {
 
-using Kind = CodeToken::Kind;
+using TokenKind = CodeToken::Kind;
 
 bool isWordSign(QChar c)
 {
@@ -43,23 +43,23 @@ private:
         const QStringView rest = m_code.sliced(m_at);
         const QChar c = rest.front();
         if (!m_language.blockBegin.isEmpty() && rest.startsWith(m_language.blockBegin))
-            return take(Kind::Comment, endBehind(m_language.blockEnd, m_at + m_language.blockBegin.size()));
+            return take(TokenKind::Comment, endBehind(m_language.blockEnd, m_at + m_language.blockBegin.size()));
         const bool startsWord = m_at == 0 || !isWordSign(m_code[m_at - 1]);
         for (const QString &sign : m_language.lineComments) {
             // In a shell "a#b" and "$#" are no comments.
             const bool inText = sign == u"#" && m_at > 0 && !m_code[m_at - 1].isSpace();
             if (rest.startsWith(sign) && !inText)
-                return take(Kind::Comment, lineEnd());
+                return take(TokenKind::Comment, lineEnd());
         }
         if (m_language.quotes.contains(c))
-            return take(Kind::String, stringEnd(c));
+            return take(TokenKind::String, stringEnd(c));
         if (startsWord && c.isDigit())
-            return take(Kind::Number, wordEnd(true));
+            return take(TokenKind::Number, wordEnd(true));
         if (startsWord && isWordSign(c)) {
             const qsizetype end = wordEnd(false);
             const QString word = m_code.sliced(m_at, end - m_at).toString();
             if (m_language.words.contains(m_language.ignoresCase ? word.toLower() : word))
-                return take(Kind::Keyword, end);
+                return take(TokenKind::Keyword, end);
             m_at = end;
             return;
         }
@@ -71,13 +71,13 @@ private:
         const qsizetype end = lineEnd();
         const QStringView line = m_code.sliced(m_at, end - m_at);
         if (line.startsWith(u"@@"))
-            take(Kind::Keyword, end);
+            take(TokenKind::Keyword, end);
         else if (line.startsWith(u'+') || line.startsWith(u'-'))
-            take(line.front() == u'+' ? Kind::Added : Kind::Removed, end);
+            take(line.front() == u'+' ? TokenKind::Added : TokenKind::Removed, end);
         m_at = std::min(end + 1, m_code.size());
     }
 
-    void take(Kind kind, qsizetype end)
+    void take(TokenKind kind, qsizetype end)
     {
         m_tokens.append({m_at, end - m_at, kind});
         m_at = end;
