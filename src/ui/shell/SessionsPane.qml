@@ -7,7 +7,7 @@ import Vesk.Shell
 // The panes of sessions. A session's view lies above the panes, at the place of its own: when it goes to another
 // pane it only moves, and its scroll position, its draft and what it is writing stay.
 FocusScope {
-    id: pane
+    id: region
 
     required property Workspace workspace
     required property Projects projects
@@ -46,9 +46,9 @@ FocusScope {
     Lazy {
         id: notInstalled
         width: parent.width
-        wanted: pane.workspace.agentMissing && pane.workspace.tabs.count > 0
+        wanted: region.workspace.agentMissing && region.workspace.tabs.count > 0
         file: Qt.resolvedUrl("NotInstalledBanner.qml")
-        properties: ({ workspace: pane.workspace })
+        properties: ({ workspace: region.workspace })
     }
 
     Item {
@@ -59,15 +59,15 @@ FocusScope {
         anchors.top: notInstalled.bottom
         anchors.bottom: parent.bottom
         width: parent.width
-        onExtentChanged: pane.workspace.panes.area = extent
+        onExtentChanged: region.workspace.panes.area = extent
 
         Repeater {
             id: frames
-            model: pane.workspace.panes
+            model: region.workspace.panes
 
             delegate: PaneFrame {
-                workspace: pane.workspace
-                onResumeRequested: pane.resumeRequested()
+                workspace: region.workspace
+                onResumeRequested: region.resumeRequested()
                 onTabMenuRequested: (tab, key, title) => menu.open(tab, key, title)
                 onTabDragged: scenePoint => area.dragTo(scenePoint)
             }
@@ -80,16 +80,16 @@ FocusScope {
 
             Repeater {
                 id: chats
-                model: pane.workspace.tabs
+                model: region.workspace.tabs
 
                 delegate: SessionHolder {
-                    workspace: pane.workspace
-                    onRenameTriggered: pane.renameRequested(key, title)
-                    onAuditLogTriggered: pane.auditLogRequested()
+                    workspace: region.workspace
+                    onRenameTriggered: region.renameRequested(key, title)
+                    onAuditLogTriggered: region.auditLogRequested()
                     onPointedAt: {
                         if (!current) {
-                            pane.pointedAt = true
-                            pane.workspace.select(key)
+                            region.pointedAt = true
+                            region.workspace.select(key)
                         }
                     }
                 }
@@ -98,13 +98,13 @@ FocusScope {
 
         Lazy {
             anchors.fill: parent
-            wanted: pane.workspace.panes.count > 1
+            wanted: region.workspace.panes.count > 1
             file: Qt.resolvedUrl("PaneSplitters.qml")
-            properties: ({ panes: pane.workspace.panes })
+            properties: ({ panes: region.workspace.panes })
         }
 
         function dragTo(scenePoint: point): void {
-            const drag = pane.workspace.tabDrag
+            const drag = region.workspace.tabDrag
             drag.moveTo(area.mapFromItem(null, scenePoint), Theme.px(36))
             for (let row = 0; drag.stripPane > 0 && row < frames.count; ++row) {
                 const frame = frames.itemAt(row) as PaneFrame
@@ -115,9 +115,9 @@ FocusScope {
 
         Lazy {
             anchors.fill: parent
-            wanted: pane.workspace.tabDrag.active
+            wanted: region.workspace.tabDrag.active
             file: Qt.resolvedUrl("TabDragLayer.qml")
-            properties: ({ drag: pane.workspace.tabDrag })
+            properties: ({ drag: region.workspace.tabDrag })
         }
     }
 
@@ -128,17 +128,17 @@ FocusScope {
 
         function open(tab: Item, key: string, title: string): void {
             menu.tab = tab
-            setSource("TabMenu.qml", { workspace: pane.workspace, key: key, sessionTitle: title })
+            setSource("TabMenu.qml", { workspace: region.workspace, key: key, sessionTitle: title })
         }
 
         onLoaded: {
-            item.parent = pane
+            item.parent = region
             item.closed.connect(() => {
                 if (menu) // not while the window goes
                     menu.source = ""
             })
-            item.renameRequested.connect((key, title) => pane.renameRequested(key, title))
-            item.popup(pane, pane.mapFromItem(tab, 0, 0).x, pane.mapFromItem(tab, 0, tab.height).y)
+            item.renameRequested.connect((key, title) => region.renameRequested(key, title))
+            item.popup(region, region.mapFromItem(tab, 0, 0).x, region.mapFromItem(tab, 0, tab.height).y)
         }
     }
 }
