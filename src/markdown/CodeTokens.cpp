@@ -43,7 +43,8 @@ private:
         const QStringView rest = m_code.sliced(m_at);
         const QChar c = rest.front();
         if (!m_language.blockBegin.isEmpty() && rest.startsWith(m_language.blockBegin))
-            return take(TokenKind::Comment, endBehind(m_language.blockEnd, m_at + m_language.blockBegin.size()));
+            return take(TokenKind::Comment,
+                        endBehind(m_language.blockEnd, m_at + m_language.blockBegin.size()));
         const bool startsWord = m_at == 0 || !isWordSign(m_code[m_at - 1]);
         for (const QString &sign : m_language.lineComments) {
             // In a shell "a#b" and "$#" are no comments.
