@@ -18,6 +18,9 @@ bool report(const char *name, double value, const char *unit, double limit);
 /** The middle value; the mean of the two middle ones of an even number. */
 [[nodiscard]] double median(std::vector<double> values);
 
+/** Seconds that this process has computed, on all cores. */
+[[nodiscard]] double processorSeconds();
+
 /** Seconds of a clock that only runs forward. */
 [[nodiscard]] double now();
 

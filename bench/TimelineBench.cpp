@@ -18,8 +18,6 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-#include <sys/resource.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <ctime>
@@ -37,16 +35,6 @@ constexpr int deltasPerSecond = 200;
 constexpr int streamSeconds = 10;
 constexpr double streamLimitPercent = 25; // of one core, for all of them
 constexpr double stallLimitMs = 100;
-
-double processorSeconds()
-{
-    rusage usage {};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval &time) {
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-    };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
 
 // What the main thread has worked: what else runs on the machine has no part in it.
 double threadSeconds()
@@ -200,11 +188,11 @@ bool measureStreaming()
     int frames = 0;
     QObject::connect(&panes.window(), &QQuickWindow::frameSwapped, qApp, [&frames] { ++frames; });
     const double start = Bench::now();
-    const double busy = processorSeconds();
+    const double busy = Bench::processorSeconds();
     timer.start(1000 / deltasPerSecond);
     runFor(streamSeconds * 1000);
     timer.stop();
-    const double share = (processorSeconds() - busy) * 100 / (Bench::now() - start);
+    const double share = (Bench::processorSeconds() - busy) * 100 / (Bench::now() - start);
     std::printf("%d sessions, %d deltas each in %d s, %d frames\n", streamCount, sent, streamSeconds, frames);
     if (sent < streamSeconds * deltasPerSecond * 9 / 10)
         std::printf("the machine is too slow to send %d deltas a second\n", deltasPerSecond);

@@ -18,8 +18,6 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-#include <sys/resource.h>
-
 #include <cstdio>
 
 namespace
@@ -43,16 +41,6 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 Window { width: 1440; height: 900; title: "empty" }
 )";
-
-double processorSeconds()
-{
-    rusage usage {};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval &time) {
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-    };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
 
 double privateMegabytes()
 {
@@ -86,9 +74,9 @@ void answerParent();
 
 void measureIdle()
 {
-    const double start = processorSeconds();
+    const double start = Bench::processorSeconds();
     QTimer::singleShot(idleSeconds * 1000, [start] {
-        say("idle", processorSeconds() - start);
+        say("idle", Bench::processorSeconds() - start);
         answerParent();
     });
 }

@@ -6,6 +6,7 @@
 #include "ui/controls/DesktopOpener.h"
 #include "ui/controls/InstallUi.h"
 #include "ui/controls/Theme.h"
+#include "ui/Theatre.h"
 
 #include <QDir>
 #include <QQmlComponent>
@@ -19,21 +20,6 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-
-QQuickItem *visibleItem(QQuickItem *root, const std::function<bool(const QQuickItem &)> &wanted)
-{
-    if (wanted(*root)) {
-        return root;
-    }
-    for (QQuickItem *child : root->childItems()) {
-        if (child->isVisible()) {
-            if (QQuickItem *found = visibleItem(child, wanted)) {
-                return found;
-            }
-        }
-    }
-    return nullptr;
-}
 
 } // namespace
 
@@ -183,12 +169,13 @@ private:
     }
     QQuickItem *withText(const QString &text)
     {
-        return visibleItem(m_window->contentItem(),
-                           [&](const QQuickItem &item) { return item.property("text").toString() == text; });
+        return Test::findItem(m_window->contentItem(), [&](const QQuickItem &item) {
+            return item.property("text").toString() == text;
+        });
     }
     QQuickItem *withLink(const QString &shown)
     {
-        return visibleItem(m_window->contentItem(), [&](const QQuickItem &item) {
+        return Test::findItem(m_window->contentItem(), [&](const QQuickItem &item) {
             const QString html = item.property("html").toString();
             return html.contains(u"<a "_s) && html.contains(shown) && item.inherits("QQuickTextEdit");
         });

@@ -4,6 +4,7 @@
 #include "ui/ChatStage.h"
 #include "ui/controls/InstallUi.h"
 #include "ui/controls/Theme.h"
+#include "ui/Theatre.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -28,23 +29,6 @@ void hear(QtMsgType type, const QMessageLogContext &, const QString &message)
         heardWarnings << message;
     }
     fprintf(stderr, "%s\n", qPrintable(message));
-}
-
-QQuickItem *findItem(QQuickItem *root, const std::function<bool(QQuickItem *)> &matches)
-{
-    if (!root->isVisible()) {
-        return nullptr;
-    }
-    if (matches(root)) {
-        return root;
-    }
-    const auto children = root->childItems();
-    for (auto *child : children) {
-        if (auto *found = findItem(child, matches)) {
-            return found;
-        }
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -171,8 +155,8 @@ private Q_SLOTS:
         auto *send = button(u"답 보내기"_s);
         QVERIFY(send);
         QVERIFY(!send->isEnabled());
-        auto *option =
-            findItem(m_pane, [](auto *item) { return item->property("label").toString() == u"고객"; });
+        auto *option = Test::findItem(
+            m_pane, [](const QQuickItem &item) { return item.property("label").toString() == u"고객"; });
         QVERIFY(option);
         option->forceActiveFocus(Qt::TabFocusReason);
         QTest::keyClick(m_window.get(), Qt::Key_1);
@@ -187,8 +171,8 @@ private Q_SLOTS:
         focusEditor();
         QVERIFY(m_stage->run(u"일"_s));
         draw();
-        auto *picker =
-            findItem(m_pane, [](auto *item) { return item->property("name").toString() == u"권한 모드"; });
+        auto *picker = Test::findItem(
+            m_pane, [](const QQuickItem &item) { return item.property("name").toString() == u"권한 모드"; });
         QVERIFY(picker);
         click(picker);
         draw();
@@ -254,7 +238,8 @@ private Q_SLOTS:
         draw();
         QTest::mouseClick(
             m_window.get(), Qt::LeftButton, {},
-            findItem(m_pane, [](auto *item) { return item->property("label").toString() == u"고객"; })
+            Test::findItem(
+                m_pane, [](const QQuickItem &item) { return item.property("label").toString() == u"고객"; })
                 ->mapToScene({20, 10})
                 .toPoint());
         draw();
@@ -290,8 +275,8 @@ private:
 
     QQuickItem *button(const QString &text)
     {
-        return findItem(m_pane, [&text](auto *item) {
-            return item->inherits("QQuickAbstractButton") && item->property("text").toString() == text;
+        return Test::findItem(m_pane, [&text](const QQuickItem &item) {
+            return item.inherits("QQuickAbstractButton") && item.property("text").toString() == text;
         });
     }
 
