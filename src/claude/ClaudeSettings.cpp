@@ -88,7 +88,7 @@ std::optional<QStringList> stringsAt(const QJsonObject &object, QLatin1StringVie
         return std::nullopt;
     QStringList strings;
     const QJsonArray array = value.toArray();
-    for (const QJsonValue &item : array) {
+    for (const QJsonValue item : array) {
         if (item.isString())
             strings << item.toString();
     }
