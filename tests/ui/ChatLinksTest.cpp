@@ -9,7 +9,6 @@
 #include "ui/Theatre.h"
 
 #include <QDir>
-#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -43,14 +42,8 @@ private Q_SLOTS:
         installUi(*m_engine);
         m_window = std::make_unique<QQuickWindow>();
         m_window->resize(700, 700);
-        QQmlComponent component(m_engine.get());
-        component.setData("import Vesk.Chat\nChatPane {}", {});
-        m_pane = qobject_cast<QQuickItem *>(component.createWithInitialProperties(
-            {{u"chat"_s, QVariant::fromValue(&m_stage->chat())}, {u"active"_s, true}}));
-        QVERIFY2(m_pane, qPrintable(component.errorString()));
-        m_pane->setParent(m_window.get());
-        m_pane->setParentItem(m_window->contentItem());
-        m_pane->setSize(QSizeF(m_window->size()));
+        m_pane = Test::makeChatPane(*m_engine, *m_window, m_stage->chat());
+        QVERIFY(m_pane);
         m_window->show();
         m_window->requestActivate();
         QVERIFY(QTest::qWaitForWindowActive(m_window.get()));

@@ -2,12 +2,32 @@
 
 #include <QFile>
 #include <QJsonDocument>
+#include <QQmlComponent>
+#include <QQuickItem>
+#include <QQuickWindow>
 #include <QtTest>
 
 namespace Vesk::Test
 {
 
 using namespace Qt::StringLiterals;
+
+QQuickItem *makeChatPane(QQmlEngine &engine, QQuickWindow &window, ProjectChat &chat)
+{
+    QQmlComponent component(&engine);
+    component.setData("import Vesk.Chat\nChatPane {}", {});
+    auto *pane = component.isReady() ? qobject_cast<QQuickItem *>(component.createWithInitialProperties(
+                     {{u"chat"_s, QVariant::fromValue(&chat)}, {u"active"_s, true}}))
+                                     : nullptr;
+    if (pane) {
+        pane->setParent(&window);
+        pane->setParentItem(window.contentItem());
+        pane->setSize(QSizeF(window.size()));
+    } else {
+        qWarning().noquote() << component.errorString();
+    }
+    return pane;
+}
 
 ChatStage::ChatStage()
 {

@@ -10,8 +10,16 @@
 
 #include <memory>
 
+class QQmlEngine;
+class QQuickItem;
+class QQuickWindow;
+
 namespace Vesk::Test
 {
+
+/** The surface of `chat`, made to fill `window`, which owns it. Null, with the reason in the log, when its
+ * QML cannot be loaded. */
+[[nodiscard]] QQuickItem *makeChatPane(QQmlEngine &engine, QQuickWindow &window, ProjectChat &chat);
 
 /** One session on a scratch folder. */
 class ChatStage

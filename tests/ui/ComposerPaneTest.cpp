@@ -11,7 +11,6 @@
 #include <QImage>
 #include <QInputMethodEvent>
 #include <QMimeData>
-#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -225,20 +224,7 @@ private:
     [[nodiscard]] bool isOpen() const { return list() && list()->isVisible() && count() > 0; }
     [[nodiscard]] int count() const { return list()->property("count").toInt(); }
 
-    QQuickItem *newPane()
-    {
-        QQmlComponent component(m_engine.get());
-        component.setData("import Vesk.Chat\nChatPane {}", {});
-        auto *pane = component.isReady() ? qobject_cast<QQuickItem *>(component.createWithInitialProperties(
-                         {{u"chat"_s, QVariant::fromValue(&chat())}, {u"active"_s, true}}))
-                                         : nullptr;
-        if (pane) {
-            pane->setParent(m_window.get());
-            pane->setParentItem(m_window->contentItem());
-            pane->setSize(QSizeF(m_window->size()));
-        }
-        return pane;
-    }
+    QQuickItem *newPane() { return Test::makeChatPane(*m_engine, *m_window, chat()); }
     void focus()
     {
         QMetaObject::invokeMethod(m_pane, "focusComposer");
