@@ -1,5 +1,8 @@
 #include "base/Text.h"
 
+#include <QCollator>
+#include <QLocale>
+
 #include <unicode/brkiter.h>
 #include <unicode/utext.h>
 
@@ -166,6 +169,16 @@ QString trimBlanks(const QString &text)
 QString trimWhitespace(const QString &text)
 {
     return text.trimmed();
+}
+
+int compareNames(const QString &left, const QString &right)
+{
+    static const QCollator collator = [] {
+        QCollator made {QLocale()};
+        made.setNumericMode(true);
+        return made;
+    }();
+    return collator.compare(left, right);
 }
 
 } // namespace Vesk::Text

@@ -25,4 +25,8 @@ namespace Vesk::Text
 /** Takes white space and line ends (the Unicode class) off both ends. */
 [[nodiscard]] QString trimWhitespace(const QString &text);
 
+/** The order in which the person's language lists names, digits by their value: "A-9" before "A-10".
+    Negative, zero or positive. */
+[[nodiscard]] int compareNames(const QString &left, const QString &right);
+
 } // namespace Vesk::Text
