@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 
 namespace Vesk::Text
 {
@@ -21,6 +22,7 @@ namespace Vesk::Text
 
 /** Takes spaces and tabs off both ends; line ends stay. */
 [[nodiscard]] QString trimBlanks(const QString &text);
+[[nodiscard]] QStringView trimBlanks(QStringView text);
 
 /** Takes white space and line ends (the Unicode class) off both ends. */
 [[nodiscard]] QString trimWhitespace(const QString &text);

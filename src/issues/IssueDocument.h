@@ -57,11 +57,11 @@ struct IssueDocument {
         [[nodiscard]] QString rewritten(const QString &newWord) const;
     };
 
-    QString id;               ///< as written
+    QString id; ///< as written
     QString title;
-    QList<Field> fields;      ///< in the order of the file
-    QList<Section> sections;  ///< in the order of the file
-    Progress progress {};     ///< of the whole file
+    QList<Field> fields;       ///< in the order of the file
+    QList<Section> sections;   ///< in the order of the file
+    Progress progress {};      ///< of the whole file
     bool hasMetaTable = false; ///< a table row was seen above the first "## " line
 
     bool operator==(const IssueDocument &) const = default;
