@@ -24,15 +24,18 @@ public:
     /** The first place at or behind `from`, or -1; `from` never goes back. */
     qsizetype find(qsizetype from)
     {
-        if (m_found >= 0 && m_found < from)
+        if (m_found != none && m_found < from)
             m_found = m_text.indexOf(m_wanted, from);
         return m_found;
     }
 
 private:
+    static constexpr qsizetype none = -1;
+    static constexpr qsizetype notSearched = -2;
+
     QStringView m_text;
     QChar m_wanted;
-    qsizetype m_found = 0;
+    qsizetype m_found = notSearched;
 };
 
 QStringView withoutStrayBackticks(QStringView text)
