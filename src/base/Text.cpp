@@ -178,7 +178,9 @@ QString trimWhitespace(const QString &text)
 int compareNames(const QString &left, const QString &right)
 {
     static const QCollator collator = [] {
-        QCollator made {QLocale()};
+        // The C locale has no rules for names, so it cannot see numbers in them either.
+        const QLocale persons;
+        QCollator made {persons.language() == QLocale::C ? QLocale(QLocale::English) : persons};
         made.setNumericMode(true);
         return made;
     }();

@@ -95,6 +95,13 @@ private Q_SLOTS:
         QCOMPARE(Text::trimWhitespace(u"\u00A0\u3000\r\n a \u2028\t"_s), u"a"_s);
     }
 
+    void comparesNamesInAnyLocale()
+    {
+        QVERIFY(Text::compareNames(u"A-9"_s, u"A-10"_s) < 0);
+        QVERIFY(Text::compareNames(u"나 2"_s, u"가 10"_s) > 0);
+        QCOMPARE(Text::compareNames(u"A-9"_s, u"A-9"_s), 0);
+    }
+
     void clipsUtf8_data()
     {
         QTest::addColumn<QString>("text");
