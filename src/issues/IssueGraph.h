@@ -17,22 +17,22 @@ namespace Vesk::IssueGraph
 
 /** What the graph needs of one issue file. */
 struct Input {
-    QString id;
-    QString title;
-    QString status; ///< as written, or empty
-    QString milestone;
-    QList<IssueDocument::Ref> blockedBy;
-    QList<IssueDocument::Ref> blocks;
-    QString blockedByKey; ///< as the file spells it, for messages
-    QString blocksKey;
+    QString id {};
+    QString title {};
+    QString status {}; ///< as written, or empty
+    QString milestone {};
+    QList<IssueDocument::Ref> blockedBy {};
+    QList<IssueDocument::Ref> blocks {};
+    QString blockedByKey = QStringLiteral("선행"); ///< as the file spells it, for messages
+    QString blocksKey = QStringLiteral("후행");
 };
 
 /** A row of the board without a file. */
 struct BoardRow {
-    QString id;
-    QString title;
-    QString status;
-    QString milestone;
+    QString id {};
+    QString title {};
+    QString status {};
+    QString milestone {};
 };
 
 enum class Kind { File, BoardOnly };
@@ -46,11 +46,11 @@ struct Node {
     QString milestone; ///< the short name
     Kind kind = Kind::File;
     Readiness readiness = Readiness::Ready;
-    QStringList unresolved; ///< ids of blockers still in force
-    int blocking = 0;       ///< issues this one holds up directly
-    int downstream = 0;     ///< all issues it holds up, directly or not
-    int depth = 0;          ///< the layer in the picture
-    bool context = false;   ///< shown only as a neighbour of the chosen milestone
+    QStringList unresolved {}; ///< ids of blockers still in force
+    int blocking = 0;          ///< issues this one holds up directly
+    int downstream = 0;        ///< all issues it holds up, directly or not
+    int depth = 0;             ///< the layer in the picture
+    bool context = false;      ///< shown only as a neighbour of the chosen milestone
 
     bool operator==(const Node &) const = default;
 };
@@ -80,8 +80,8 @@ struct Missing {
 struct OneSided {
     QString from;
     QString to;
-    QString missingIn;
-    QString missingInKey;
+    QString missingIn {};
+    QString missingInKey {};
     bool operator==(const OneSided &) const = default;
 };
 struct SelfReference {
@@ -108,11 +108,11 @@ struct Problem {
 };
 
 struct Graph {
-    QList<Node> nodes;         ///< those with a relation
-    QList<Edge> edges;
-    QList<Problem> problems;   ///< by weight, then by id
-    QList<Node> isolatedNodes; ///< those without
-    QStringList milestones;    ///< the board's order first
+    QList<Node> nodes {}; ///< those with a relation
+    QList<Edge> edges {};
+    QList<Problem> problems {};   ///< by weight, then by id
+    QList<Node> isolatedNodes {}; ///< those without
+    QStringList milestones {};    ///< the board's order first
 
     bool operator==(const Graph &) const = default;
 
