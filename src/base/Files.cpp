@@ -1,6 +1,7 @@
 #include "base/Files.h"
 
 #include <QFile>
+#include <QRandomGenerator>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -29,6 +30,12 @@ public:
     ~Descriptor() { close(); }
     Descriptor(const Descriptor &) = delete;
     Descriptor &operator=(const Descriptor &) = delete;
+    Descriptor(Descriptor &&) = delete;
+    Descriptor &operator=(Descriptor &&other) noexcept
+    {
+        std::swap(m_fd, other.m_fd);
+        return *this;
+    }
 
     [[nodiscard]] int get() const { return m_fd; }
     [[nodiscard]] bool isOpen() const { return m_fd >= 0; }
@@ -91,17 +98,80 @@ int writeAll(int fd, QByteArrayView bytes)
     return 0;
 }
 
-// Gives the file its mode, content and place on the disk; the number of the first error, or 0.
-int fill(Descriptor &file, QByteArrayView bytes, mode_t mode)
+/**
+ * A file that takes its name when it is whole. Until then it has none, so that nothing is left of it when we
+ * are killed; where the file system knows no such files it lies beside the target under a name of its own.
+ */
+class NewFile
 {
-    if (::fchmod(file.get(), mode) != 0)
-        return errno;
-    if (const int error = writeAll(file.get(), bytes); error != 0)
-        return error;
-    if (withoutInterruption([&] { return ::fsync(file.get()); }) != 0)
-        return errno;
-    return file.close() ? 0 : errno;
-}
+public:
+    explicit NewFile(const QByteArray &target)
+        : m_target(target)
+        , m_folder(target.left(target.lastIndexOf('/') + 1))
+    {
+        const QByteArray where = m_folder.isEmpty() ? QByteArrayLiteral(".") : m_folder;
+        m_file = Descriptor(::open(where.constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600));
+        if (m_file.isOpen() && ::access(linkOf(m_file).constData(), F_OK) == 0)
+            return;
+        m_name = m_folder + ".vesk-write-XXXXXX";
+        m_file = Descriptor(::mkostemp(m_name.data(), O_CLOEXEC)); // made with 0600
+        if (!m_file.isOpen())
+            m_name.clear();
+    }
+    ~NewFile()
+    {
+        if (!m_name.isEmpty())
+            ::unlink(m_name.constData());
+    }
+    NewFile(const NewFile &) = delete;
+    NewFile &operator=(const NewFile &) = delete;
+
+    [[nodiscard]] const Descriptor &file() const { return m_file; }
+
+    // Gives the file its content and place on the disk; the number of the first error, or 0.
+    [[nodiscard]] int fill(QByteArrayView bytes)
+    {
+        if (const int error = writeAll(m_file.get(), bytes); error != 0)
+            return error;
+        if (withoutInterruption([&] { return ::fsync(m_file.get()); }) != 0)
+            return errno;
+        for (int attempt = 0; m_name.isEmpty() && attempt < 100; ++attempt) {
+            const QByteArray name =
+                m_folder + ".vesk-write-" + QByteArray::number(QRandomGenerator::system()->generate64(), 36);
+            if (::linkat(AT_FDCWD, linkOf(m_file).constData(), AT_FDCWD, name.constData(), AT_SYMLINK_FOLLOW)
+                == 0)
+                m_name = name;
+            else if (errno != EEXIST)
+                return errno;
+        }
+        return m_file.close() ? 0 : errno;
+    }
+
+    [[nodiscard]] int takeName()
+    {
+        if (::rename(m_name.constData(), m_target.constData()) != 0)
+            return errno;
+        m_name.clear();
+        // The rename itself survives a power cut only with the folder on the disk; some file systems refuse
+        // this.
+        const Descriptor directory(
+            ::open(m_folder.isEmpty() ? "." : m_folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        if (directory.isOpen())
+            ::fsync(directory.get());
+        return 0;
+    }
+
+private:
+    static QByteArray linkOf(const Descriptor &file)
+    {
+        return "/proc/self/fd/" + QByteArray::number(file.get());
+    }
+
+    QByteArray m_target;
+    QByteArray m_folder;
+    QByteArray m_name;
+    Descriptor m_file {-1};
+};
 
 } // namespace
 
@@ -151,31 +221,42 @@ Result<QByteArray> readFile(const QString &path, qsizetype maxBytes)
 
 Result<void> writeAtomically(const QString &path, QByteArrayView bytes, mode_t mode)
 {
+    return writeAtomically(path, bytes, ReplacementRules {mode, false, {}});
+}
+
+Result<void> writeAtomically(const QString &path, QByteArrayView bytes, const ReplacementRules &rules)
+{
     const QByteArray target = writtenPath(QFile::encodeName(path));
     if (target.isEmpty())
         return cannotWrite(path, path.isEmpty() ? ENOENT : ELOOP);
-    struct stat status {
+    struct stat old {
     };
-    if (::stat(target.constData(), &status) == 0 && !S_ISREG(status.st_mode))
-        return cannotWrite(path, S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
-
-    const QByteArray folder = target.left(target.lastIndexOf('/') + 1);
-    QByteArray temporary = folder + ".vesk-write-XXXXXX";
-    Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC)); // made with 0600
-    if (!file.isOpen())
+    const bool exists = ::stat(target.constData(), &old) == 0;
+    if (exists && !S_ISREG(old.st_mode))
+        return cannotWrite(path, S_ISDIR(old.st_mode) ? EISDIR : EINVAL);
+    const bool asBefore = exists && rules.asBefore;
+    if (asBefore && ::faccessat(AT_FDCWD, target.constData(), W_OK, AT_EACCESS) != 0)
         return cannotWrite(path, errno);
-    int error = fill(file, bytes, mode);
-    if (error == 0 && ::rename(temporary.constData(), target.constData()) != 0)
-        error = errno;
-    if (error != 0) {
-        ::unlink(temporary.constData());
+
+    NewFile made(target);
+    if (!made.file().isOpen())
+        return cannotWrite(path, errno);
+    struct stat fresh {
+    };
+    if (::fstat(made.file().get(), &fresh) != 0)
+        return cannotWrite(path, errno);
+    if (asBefore && (fresh.st_uid != old.st_uid || fresh.st_gid != old.st_gid)
+        && ::fchown(made.file().get(), old.st_uid, old.st_gid) != 0)
+        return failure(ErrorKind::Unavailable,
+                       reason(QStringLiteral("cannot keep the owner of"), path, errno));
+    if (::fchmod(made.file().get(), asBefore ? old.st_mode & 07777U : rules.mode) != 0)
+        return cannotWrite(path, errno);
+    if (const int error = made.fill(bytes); error != 0)
         return cannotWrite(path, error);
-    }
-    // The rename itself survives a power cut only with the folder on the disk; some file systems refuse this.
-    const Descriptor directory(
-        ::open(folder.isEmpty() ? "." : folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (directory.isOpen())
-        ::fsync(directory.get());
+    if (rules.lastLook && !rules.lastLook())
+        return failure(ErrorKind::Unavailable, path + QStringLiteral(" changed meanwhile"));
+    if (const int error = made.takeName(); error != 0)
+        return cannotWrite(path, error);
     return {};
 }
 

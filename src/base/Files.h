@@ -8,6 +8,8 @@
 
 #include <sys/types.h>
 
+#include <functional>
+
 namespace Vesk
 {
 
@@ -28,5 +30,19 @@ namespace Vesk
  * replaced.
  */
 [[nodiscard]] Result<void> writeAtomically(const QString &path, QByteArrayView bytes, mode_t mode = 0644);
+
+/** What a new file owes to the one whose place it takes. */
+struct ReplacementRules {
+    mode_t mode = 0644; ///< of a file where none was
+    /** An existing file hands on its permission bits, owner and group, and is not replaced when we may not
+     * write it. Unavailable when its owner or group cannot be kept. */
+    bool asBefore = false;
+    /** Asked right before the new file takes the name; false gives Unavailable and leaves the old one. */
+    std::function<bool()> lastLook;
+};
+
+/** As above, by rules. */
+[[nodiscard]] Result<void> writeAtomically(const QString &path, QByteArrayView bytes,
+                                           const ReplacementRules &rules);
 
 } // namespace Vesk

@@ -6,6 +6,8 @@
 #include <unicode/brkiter.h>
 #include <unicode/utext.h>
 
+#include <simdjson.h>
+
 #include <memory>
 
 namespace Vesk::Text
@@ -173,6 +175,16 @@ QString trimBlanks(const QString &text)
 QString trimWhitespace(const QString &text)
 {
     return text.trimmed();
+}
+
+std::optional<QString> fromStrictUtf8(QByteArrayView bytes)
+{
+    if (!simdjson::validate_utf8(bytes.data(), static_cast<std::size_t>(bytes.size())))
+        return std::nullopt;
+    QString text = QString::fromUtf8(bytes);
+    if (bytes.startsWith("\xEF\xBB\xBF"))
+        text.prepend(QChar(QChar::ByteOrderMark)); // which Qt takes off
+    return text;
 }
 
 int compareNames(const QString &left, const QString &right)

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringView>
 
+#include <optional>
+
 namespace Vesk::Text
 {
 
@@ -26,6 +28,9 @@ namespace Vesk::Text
 
 /** Takes white space and line ends (the Unicode class) off both ends. */
 [[nodiscard]] QString trimWhitespace(const QString &text);
+
+/** The text that the bytes encode, a byte order mark included; nothing when they are not UTF-8 throughout. */
+[[nodiscard]] std::optional<QString> fromStrictUtf8(QByteArrayView bytes);
 
 /** The order in which the person's language lists names, digits by their value: "A-9" before "A-10".
     Negative, zero or positive. */
