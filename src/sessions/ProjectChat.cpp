@@ -5,6 +5,7 @@
 #include "core/KeepAwakeController.h"
 #include "core/UsageRecorder.h"
 #include "sessions/AgentProcess.h"
+#include "sessions/IssueRecommendedRun.h"
 #include "sessions/PromptDesk.h"
 
 #include <QDir>
@@ -31,6 +32,14 @@ QString expandedPath(const QString &path, const QString &folder)
     if (expanded == u"~" || expanded.startsWith(u"~/"))
         expanded.replace(0, 1, QDir::homePath());
     return QDir::cleanPath(QDir(folder).absoluteFilePath(expanded));
+}
+
+/** `what` ends in a blank: the value stands behind it, or the word for a value. */
+QString unreadNote(const QString &what, const QString &value, const QString &instead)
+{
+    return QStringLiteral("ℹ️ ") + what + (value.isEmpty() ? QStringLiteral("값") : value)
+        + QStringLiteral("을 못 읽었습니다 — 이 세션은 ") + instead
+        + QStringLiteral("로 시작합니다(피커에서 바꿀 수 있어요).");
 }
 
 } // namespace
@@ -329,11 +338,22 @@ void ProjectChat::applyProjectDefaults(const ClaudeProjectSettings &settings)
         setEffort(*settings.effort);
     if (!settings.unknownMode)
         return;
-    const QString raw = settings.unknownMode->text.value_or(QString());
-    const QString what = raw.isEmpty() ? QStringLiteral("권한 모드 값") : QStringLiteral("권한 모드 ") + raw;
-    appendSystemNote(QStringLiteral("ℹ️ 프로젝트 설정의 ") + what
-                     + QStringLiteral("을 못 읽었습니다 — 이 세션은 ") + label(m_permissionMode)
-                     + QStringLiteral("로 시작합니다(피커에서 바꿀 수 있어요)."));
+    appendSystemNote(unreadNote(QStringLiteral("프로젝트 설정의 권한 모드 "),
+                                settings.unknownMode->text.value_or(QString()), label(m_permissionMode)));
+}
+
+void ProjectChat::applyIssueRecommendation(const IssueRecommendedRun &run)
+{
+    if (run.model)
+        setModel(*run.model);
+    if (run.effort)
+        setEffort(*run.effort);
+    if (run.unknownModel)
+        appendSystemNote(
+            unreadNote(QStringLiteral("이슈의 추천 모델 "), run.unknownModel->text, label(m_model)));
+    if (run.unknownEffort)
+        appendSystemNote(
+            unreadNote(QStringLiteral("이슈의 추천 Effort "), run.unknownEffort->text, label(m_effort)));
 }
 
 bool ProjectChat::addAttachment(const QString &path)

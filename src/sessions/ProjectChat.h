@@ -29,6 +29,7 @@ class ExecutableLocator;
 class KeepAwakeController;
 class PromptDesk;
 struct ClaudeProjectSettings;
+struct IssueRecommendedRun;
 
 /** What a session needs from the program around it. */
 struct SessionServices {
@@ -164,6 +165,8 @@ public:
     void respondToQuestion(const QList<QuestionAnswer> &answers);
     void appendSystemNote(const QString &text);
     void applyProjectDefaults(const ClaudeProjectSettings &settings);
+    /** What the issue that the session is to work on recommends; says so where it could not be read. */
+    void applyIssueRecommendation(const IssueRecommendedRun &run);
     /** Before the first turn of a session on a past conversation: what was said, and what its workflows left.
        The first turn then continues it. */
     void seedResume(const QString &sessionId, QList<ChatMessage> messages,
