@@ -1,5 +1,7 @@
 #include "issues/IssueNumbering.h"
 
+#include "markdown/MarkdownLines.h"
+
 #include <QHash>
 
 #include <algorithm>
@@ -137,12 +139,10 @@ std::optional<IssueNumbering::Token> IssueNumbering::parse(const QString &text)
 QList<IssueNumbering::Token> IssueNumbering::idTokens(const QString &text)
 {
     QList<Token> tokens;
-    bool fenced = false;
-    for (const QStringView line : QStringView(text).tokenize(u'\n')) {
-        if (line.trimmed().startsWith(u"```")) {
-            fenced = !fenced;
-        } else if (!fenced) {
-            appendTokensOfLine(tokens, line);
+    MarkdownLines lines(text);
+    while (const auto line = lines.next()) {
+        if (!line->fenced) {
+            appendTokensOfLine(tokens, line->text);
         }
     }
     return tokens;

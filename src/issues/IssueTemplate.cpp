@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "issues/IssueCells.h"
 #include "issues/IssueScaffold.h"
+#include "markdown/MarkdownLines.h"
 
 #include <QHash>
 #include <QSet>
@@ -94,19 +95,17 @@ IssueTemplate::Template IssueTemplate::resolve(const std::optional<QString> &rea
 std::optional<QString> IssueTemplate::templateFence(const QString &text)
 {
     QStringList fence;
-    bool fenced = false;
-    for (QStringView line : QStringView(text).tokenize(u'\n')) {
-        if (line.endsWith(u'\r')) {
-            line.chop(1);
+    MarkdownLines lines(text);
+    while (const auto line = lines.next()) {
+        if (!line->fenced) {
+            continue;
         }
-        if (line.trimmed().startsWith(u"```")) {
-            if (fenced && isTemplate(fence)) {
-                return fence.join(u'\n');
-            }
+        if (!line->trimmed.startsWith(u"```")) {
+            fence.append(line->text.toString());
+        } else if (isTemplate(fence)) {
+            return fence.join(u'\n');
+        } else {
             fence.clear();
-            fenced = !fenced;
-        } else if (fenced) {
-            fence.append(line.toString());
         }
     }
     return std::nullopt;
