@@ -124,6 +124,18 @@ qsizetype endOfCharacters(const QString &text, qsizetype count)
     return walk.position();
 }
 
+const QCollator &nameCollator()
+{
+    static const QCollator collator = [] {
+        // The C locale has no rules for names, so it cannot see numbers in them either.
+        const QLocale persons;
+        QCollator made {persons.language() == QLocale::C ? QLocale(QLocale::English) : persons};
+        made.setNumericMode(true);
+        return made;
+    }();
+    return collator;
+}
+
 } // namespace
 
 qsizetype characterCount(const QString &text)
@@ -189,14 +201,12 @@ std::optional<QString> fromStrictUtf8(QByteArrayView bytes)
 
 int compareNames(const QString &left, const QString &right)
 {
-    static const QCollator collator = [] {
-        // The C locale has no rules for names, so it cannot see numbers in them either.
-        const QLocale persons;
-        QCollator made {persons.language() == QLocale::C ? QLocale(QLocale::English) : persons};
-        made.setNumericMode(true);
-        return made;
-    }();
-    return collator.compare(left, right);
+    return nameCollator().compare(left, right);
+}
+
+QCollatorSortKey nameSortKey(const QString &text)
+{
+    return nameCollator().sortKey(text);
 }
 
 } // namespace Vesk::Text

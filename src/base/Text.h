@@ -1,6 +1,7 @@
 // Counting, cutting and trimming of text by the rules of this product: a "character" is a user-perceived one.
 #pragma once
 
+#include <QCollator>
 #include <QString>
 #include <QStringView>
 
@@ -35,5 +36,7 @@ namespace Vesk::Text
 /** The order in which the person's language lists names, digits by their value: "A-9" before "A-10".
     Negative, zero or positive. */
 [[nodiscard]] int compareNames(const QString &left, const QString &right);
+/** For sorting many: keys stand in the order of compareNames(). */
+[[nodiscard]] QCollatorSortKey nameSortKey(const QString &text);
 
 } // namespace Vesk::Text

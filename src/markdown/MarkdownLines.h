@@ -31,13 +31,15 @@ struct MarkdownLine {
     [[nodiscard]] QStringView sectionTitle() const;
 };
 
-/** Walks over the lines of a text; a text that ends in a line end has an empty last line. */
+/** Walks over the lines of a text; a text that ends in a line end has an empty last line. A byte order mark belongs
+    to no line. */
 class MarkdownLines
 {
 public:
     /** The text must outlive the walk and its lines. */
     explicit MarkdownLines(QStringView text)
         : m_text(text)
+        , m_position(text.startsWith(QChar(QChar::ByteOrderMark)) ? 1 : 0)
     {
     }
 
