@@ -4,6 +4,7 @@
 #include "base/Utf8Clip.h"
 
 #include <array>
+#include <atomic>
 
 namespace Vesk
 {
@@ -61,6 +62,16 @@ void ToolActivity::finish(const QString &rawOutput, bool isError, const QDateTim
     }
     outcome = isError ? Outcome::Failed : Outcome::Ok;
     finishedAt = at;
+}
+
+// Drawing every id from the system would cost more than all else that a row needs.
+QUuid ChatMessage::freshId()
+{
+    static const QUuid first = QUuid::createUuid();
+    static std::atomic<uint> count = 0;
+    QUuid id = first;
+    id.data1 += count.fetch_add(1, std::memory_order_relaxed);
+    return id;
 }
 
 } // namespace Vesk

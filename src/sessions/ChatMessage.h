@@ -47,6 +47,9 @@ struct ChatMessage {
     QStringList attachments;   ///< paths, on user rows
     QList<ToolActivity> tools; ///< on tools rows, whose text is empty
     QDateTime at;              ///< when the row was made
+
+    /** An id that no other row of this process has. Main thread or not. */
+    [[nodiscard]] static QUuid freshId();
 };
 
 } // namespace Vesk

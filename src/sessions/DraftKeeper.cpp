@@ -153,7 +153,7 @@ void DraftKeeper::remove(ProjectChat *chat)
     disconnect(chat, nullptr, this, nullptr);
     auto saved = draftOf(*chat);
     if (!saved.conversation.isEmpty() && !saved.draft.isEmpty()) {
-        saved.at = QDateTime::currentDateTime();
+        saved.at = QDateTime::currentDateTimeUtc();
         m_waiting.append(std::move(saved));
     }
     noteChange();
@@ -171,7 +171,7 @@ void DraftKeeper::save()
     load();
     if (!m_readable || m_path.isEmpty())
         return;
-    const auto now = QDateTime::currentDateTime();
+    const auto now = QDateTime::currentDateTimeUtc();
     QList<SavedDraft> open;
     for (const ProjectChat *chat : m_store.sessions()) {
         auto saved = draftOf(*chat);

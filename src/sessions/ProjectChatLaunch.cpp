@@ -89,7 +89,7 @@ void ProjectChat::childEnded(const AgentEnd &end)
     const QString reason = end.reason;
     m_process.reset();
     closeStdin();
-    m_backgroundTasks.failRunning(QDateTime::currentDateTime());
+    m_backgroundTasks.failRunning(QDateTime::currentDateTimeUtc());
     clearPrompts();
     if (failedToStart) {
         fail(m_turn.turnAssistantID, QStringLiteral("claude 실행 실패: ") + reason);

@@ -10,7 +10,7 @@ QUuid ProjectChat::appendRow(ChatMessage::Role role, const QString &text, bool s
     row.role = role;
     row.text = text;
     row.streaming = streaming;
-    row.at = QDateTime::currentDateTime();
+    row.at = QDateTime::currentDateTimeUtc();
     return m_transcript.append(std::move(row));
 }
 
@@ -68,11 +68,11 @@ void ProjectChat::finishStreaming()
 
 void ProjectChat::recordToolUses(const QList<StreamContent> &blocks)
 {
-    const QDateTime now = QDateTime::currentDateTime();
+    const QDateTime now = QDateTime::currentDateTimeUtc();
     QList<ToolActivity> activities;
     for (const StreamContent &block : blocks) {
         ToolActivity activity;
-        activity.id = block.id.value_or(QUuid::createUuid().toString(QUuid::WithoutBraces));
+        activity.id = block.id ? *block.id : QUuid::createUuid().toString(QUuid::WithoutBraces);
         activity.name = block.name.value_or(QStringLiteral("도구"));
         activity.summary = ToolActivity::summaryLine(activity.name, block.input.toObject());
         activity.startedAt = now;
@@ -106,7 +106,7 @@ void ProjectChat::rollAssistantSegment()
 
 void ProjectChat::recordToolResults(const QList<StreamContent> &blocks)
 {
-    const QDateTime now = QDateTime::currentDateTime();
+    const QDateTime now = QDateTime::currentDateTimeUtc();
     for (const StreamContent &block : blocks) {
         if (block.type == u"tool_result" && block.toolUseId)
             m_transcript.finishTool(*block.toolUseId, block.resultText(), block.isError, now,

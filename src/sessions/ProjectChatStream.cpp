@@ -56,7 +56,7 @@ void ProjectChat::handleLine(std::string_view line, bool padded)
         onControlCancel(decoded->requestId.value_or(QString()));
         break;
     case StreamEventKind::Task:
-        m_backgroundTasks.updateBackgroundTask(*decoded, QDateTime::currentDateTime());
+        m_backgroundTasks.updateBackgroundTask(*decoded, QDateTime::currentDateTimeUtc());
         break;
     case StreamEventKind::Subagent:
         m_backgroundTasks.recordSubagentActivity(*decoded->parentToolUseId, *decoded);
@@ -96,7 +96,7 @@ void ProjectChat::handleLine(std::string_view line, bool padded)
 void ProjectChat::onControlRequest(std::string_view line)
 {
     const PromptDesk::Arrival arrival = m_desk->handleControlRequest(
-        line, m_currentRunInteractive, m_currentRunRemote, QDateTime::currentDateTime());
+        line, m_currentRunInteractive, m_currentRunRemote, QDateTime::currentDateTimeUtc());
     if (arrival.replaced) {
         appendSystemNote(
             QStringLiteral(
@@ -206,7 +206,7 @@ void ProjectChat::onAssistant(const StreamLine &line)
                  [](const StreamContent &block) { return block.type == u"tool_use"; });
     if (toolUses.isEmpty())
         return;
-    const QDateTime now = QDateTime::currentDateTime();
+    const QDateTime now = QDateTime::currentDateTimeUtc();
     for (const StreamContent &block : std::as_const(toolUses)) {
         setCurrentActivity(toolActivityLine(block));
         m_backgroundTasks.registerSubagentIfNeeded(block, now);
@@ -219,7 +219,7 @@ void ProjectChat::onUser(const StreamLine &line)
 {
     if (!line.message)
         return;
-    m_backgroundTasks.finalizeSubagentsFromToolResults(line.message->content, QDateTime::currentDateTime());
+    m_backgroundTasks.finalizeSubagentsFromToolResults(line.message->content, QDateTime::currentDateTimeUtc());
     recordToolResults(line.message->content);
     setCurrentActivity(thinking());
 }

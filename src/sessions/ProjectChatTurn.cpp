@@ -33,7 +33,7 @@ void ProjectChat::enqueue(const QString &text, bool remote, bool interactive, co
     question.role = ChatMessage::Role::User;
     question.text = text;
     question.attachments = attachments;
-    question.at = QDateTime::currentDateTime();
+    question.at = QDateTime::currentDateTimeUtc();
     m_transcript.append(std::move(question));
     const QUuid anchor = appendRow(ChatMessage::Role::Assistant, {}, true);
     m_turn = {};
@@ -64,7 +64,7 @@ void ProjectChat::beginRun()
     m_stoppedByUser = false;
     m_outcome = {};
     m_observation = {};
-    m_runStartedAt = QDateTime::currentDateTime();
+    m_runStartedAt = QDateTime::currentDateTimeUtc();
     setIsRunning(true);
     Q_EMIT runStartedAtChanged();
     Q_EMIT outcomeChanged();
@@ -165,7 +165,7 @@ void ProjectChat::stop()
         m_process->terminate();
         retireChild();
     }
-    m_backgroundTasks.failRunning(QDateTime::currentDateTime());
+    m_backgroundTasks.failRunning(QDateTime::currentDateTimeUtc());
     finishStreaming();
     removeEmptyRunRows({});
     m_turn = {};

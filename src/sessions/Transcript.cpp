@@ -36,7 +36,7 @@ QUuid Transcript::append(ChatMessage row)
 QUuid Transcript::insert(qsizetype position, ChatMessage row)
 {
     if (row.id.isNull())
-        row.id = QUuid::createUuid();
+        row.id = ChatMessage::freshId();
     const QUuid id = row.id;
     Q_EMIT aboutToInsert(position);
     m_rows.insert(position, std::move(row));

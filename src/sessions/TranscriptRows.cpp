@@ -62,7 +62,7 @@ private:
     void append(ChatMessage::Role role, const QString &text, const QDateTime &at)
     {
         ChatMessage row;
-        row.id = QUuid::createUuid();
+        row.id = ChatMessage::freshId();
         row.role = role;
         row.text = text;
         row.at = at;

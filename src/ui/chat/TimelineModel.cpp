@@ -99,7 +99,7 @@ QVariant TimelineModel::data(const QModelIndex &index, int role) const
     case TextRole:
         return message.text;
     case TimeRole:
-        return ChatWords::rowTime(message.at, QDateTime::currentDateTime());
+        return ChatWords::rowTime(message.at, QDateTime::currentDateTimeUtc());
     case StreamingRole:
         return message.streaming;
     case IsErrorRole:

@@ -51,7 +51,7 @@ TimelineRow::Kind TimelineRow::kind() const
 
 QString TimelineRow::time() const
 {
-    return ChatWords::rowTime(m_message.at, QDateTime::currentDateTime());
+    return ChatWords::rowTime(m_message.at, QDateTime::currentDateTimeUtc());
 }
 
 QStringList TimelineRow::attachments() const
