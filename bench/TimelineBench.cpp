@@ -178,16 +178,19 @@ bool measureStreaming()
                 "```cpp\nif (!store.insertOnce(id)) // 이미 있다\n    return Reply::ok(200);\n```\n\n")
                 .arg(part);
     int sent = 0;
+    double start = 0;
     QTimer timer;
     timer.setTimerType(Qt::PreciseTimer);
     QObject::connect(&timer, &QTimer::timeout, qApp, [&] {
-        for (int i = 0; i < streamCount; ++i)
-            panes.chat(i).handleLine(delta(answer.mid(sent * 8, 8)).toStdString());
-        ++sent;
+        // What a frame held up comes right after it, as from a pipe.
+        const auto due = static_cast<int>((Bench::now() - start) * deltasPerSecond);
+        for (; sent < std::min(due, streamSeconds * deltasPerSecond); ++sent)
+            for (int i = 0; i < streamCount; ++i)
+                panes.chat(i).handleLine(delta(answer.mid(sent * 8, 8)).toStdString());
     });
     int frames = 0;
     QObject::connect(&panes.window(), &QQuickWindow::frameSwapped, qApp, [&frames] { ++frames; });
-    const double start = Bench::now();
+    start = Bench::now();
     const double busy = Bench::processorSeconds();
     timer.start(1000 / deltasPerSecond);
     runFor(streamSeconds * 1000);

@@ -37,7 +37,7 @@ Item {
         id: waiting
         x: item.inset
         height: Theme.readingLine
-        visible: item.row.growing && item.row.text.length === 0
+        visible: item.row.growing && !item.row.hasText
 
         StreamCaret {
             y: 3
@@ -46,7 +46,7 @@ Item {
     Row {
         anchors.right: parent.right
         y: -4
-        visible: item.row.text.length > 0
+        visible: item.row.hasText
         spacing: 4
 
         Rectangle {

@@ -27,6 +27,7 @@ void TimelineRow::update(const ChatMessage &message, bool textFollows)
     const bool textDiffers = m_message.text != message.text;
     const bool stateDiffers = m_message.streaming != message.streaming || m_message.isError != message.isError
         || m_textFollows != textFollows;
+    const bool hadText = hasText();
     m_message = message;
     m_textFollows = textFollows;
     if (m_blocks && (textDiffers || stateDiffers)) {
@@ -38,6 +39,12 @@ void TimelineRow::update(const ChatMessage &message, bool textFollows)
     }
     if (textDiffers) {
         Q_EMIT textChanged();
+    }
+    if (hadText != hasText()) {
+        Q_EMIT hasTextChanged();
+    }
+    if ((textDiffers && !message.streaming) || stateDiffers) {
+        Q_EMIT spokenChanged();
     }
     if (stateDiffers) {
         Q_EMIT stateChanged();

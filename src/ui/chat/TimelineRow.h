@@ -24,11 +24,12 @@ class TimelineRow : public QObject
     QML_UNCREATABLE("belongs to a timeline")
     Q_PROPERTY(Kind kind READ kind CONSTANT)
     Q_PROPERTY(QString text READ text NOTIFY textChanged)
+    Q_PROPERTY(bool hasText READ hasText NOTIFY hasTextChanged)
     Q_PROPERTY(QString time READ time CONSTANT)
     Q_PROPERTY(bool growing READ growing NOTIFY stateChanged)
     Q_PROPERTY(bool isError READ isError NOTIFY stateChanged)
     Q_PROPERTY(QStringList attachments READ attachments CONSTANT)
-    Q_PROPERTY(QString accessibleText READ accessibleText NOTIFY textChanged)
+    Q_PROPERTY(QString accessibleText READ accessibleText NOTIFY spokenChanged)
     Q_PROPERTY(Vesk::MarkdownBlockModel *blocks READ blocks CONSTANT)
     Q_PROPERTY(Vesk::ToolGroupModel *tools READ tools CONSTANT)
 
@@ -44,6 +45,8 @@ public:
     [[nodiscard]] QUuid id() const { return m_message.id; }
     [[nodiscard]] Kind kind() const;
     [[nodiscard]] const QString &text() const { return m_message.text; }
+    /** For bindings: each look at a long text would copy it. */
+    [[nodiscard]] bool hasText() const { return !m_message.text.isEmpty(); }
     [[nodiscard]] QString time() const;
     /** It may still grow, and nothing stands below it yet: where the next words will appear. */
     [[nodiscard]] bool growing() const { return m_message.streaming && !m_textFollows; }
@@ -61,6 +64,9 @@ public:
 
 Q_SIGNALS:
     void textChanged();
+    void hasTextChanged();
+    /** The row in words is another; not at every word of a text that still grows. */
+    void spokenChanged();
     void stateChanged();
 
 private:

@@ -45,7 +45,7 @@ Rectangle {
         }
         MarkdownBlocks {
             width: parent.width
-            visible: item.row.text.length > 0
+            visible: item.row.hasText
             blocks: item.row.blocks
             onLinkChosen: (link, html) => item.linkChosen(link, html)
         }
