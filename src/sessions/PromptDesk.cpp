@@ -46,16 +46,17 @@ PromptDesk::Arrival PromptDesk::handleControlRequest(std::string_view line, bool
         : permissionArrived(line, interactive, remote, now);
 }
 
-PromptDesk::Arrival PromptDesk::permissionArrived(std::string_view line, bool interactive, bool remote,
-                                                  const QDateTime &now)
+// A new prompt takes the place of whatever waits; a waiting one of the other sort is denied with `denial`.
+template <typename Outcome, typename Own, typename Other>
+PromptDesk::Arrival PromptDesk::arrived(const Outcome &outcome, Own &own, Other &other, const QString &denial,
+                                        Arrival::Kind kind, const QDateTime &now)
 {
-    const auto outcome = controlRequestOutcome(line, interactive, remote, m_permission);
     Arrival arrival;
     if (outcome.newPending) {
         arrival.replaced = nameUnlessId(outcome.newPending->requestId);
-        if (m_question) {
-            m_write(denyLine(m_question->requestId, QStringLiteral("권한 요청으로 대체됨")));
-            m_question.reset();
+        if (other) {
+            m_write(denyLine(other->requestId, denial));
+            other.reset();
         }
     }
     for (const QByteArray &deny : outcome.denyLines)
@@ -63,32 +64,25 @@ PromptDesk::Arrival PromptDesk::permissionArrived(std::string_view line, bool in
     if (!outcome.newPending)
         return arrival;
     settle(outcome.newPending->requestId, now);
-    m_permission = outcome.newPending;
-    arrival.kind = Arrival::Kind::Permission;
+    own = outcome.newPending;
+    arrival.kind = kind;
     return arrival;
+}
+
+PromptDesk::Arrival PromptDesk::permissionArrived(std::string_view line, bool interactive, bool remote,
+                                                  const QDateTime &now)
+{
+    return arrived(controlRequestOutcome(line, interactive, remote, m_permission), m_permission, m_question,
+                   QStringLiteral("권한 요청으로 대체됨"), Arrival::Kind::Permission, now);
 }
 
 PromptDesk::Arrival PromptDesk::questionArrived(std::string_view line, bool interactive, bool remote,
                                                 const QDateTime &now)
 {
     const auto outcome = questionRequestOutcome(line, interactive, remote, m_question);
-    Arrival arrival;
-    if (outcome.newPending) {
-        arrival.replaced = nameUnlessId(outcome.newPending->requestId);
-        if (m_permission) {
-            m_write(denyLine(m_permission->requestId, QStringLiteral("질문 요청으로 대체됨")));
-            m_permission.reset();
-        }
-    }
-    for (const QByteArray &deny : outcome.denyLines)
-        m_write(deny);
-    if (!outcome.newPending) {
-        arrival.questionSkipped = !interactive && !outcome.denyLines.isEmpty();
-        return arrival;
-    }
-    settle(outcome.newPending->requestId, now);
-    m_question = outcome.newPending;
-    arrival.kind = Arrival::Kind::Question;
+    Arrival arrival = arrived(outcome, m_question, m_permission, QStringLiteral("질문 요청으로 대체됨"),
+                              Arrival::Kind::Question, now);
+    arrival.questionSkipped = !outcome.newPending && !interactive && !outcome.denyLines.isEmpty();
     return arrival;
 }
 

@@ -58,6 +58,9 @@ public:
 private:
     Arrival permissionArrived(std::string_view line, bool interactive, bool remote, const QDateTime &now);
     Arrival questionArrived(std::string_view line, bool interactive, bool remote, const QDateTime &now);
+    template <typename Outcome, typename Own, typename Other>
+    Arrival arrived(const Outcome &outcome, Own &own, Other &other, const QString &denial, Arrival::Kind kind,
+                    const QDateTime &now);
     [[nodiscard]] std::optional<QString> nameUnlessId(const QString &requestId) const;
     void settle(const QString &requestId, const QDateTime &now);
 

@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include <array>
 #include <cmath>
 
 namespace Vesk
@@ -13,11 +14,6 @@ namespace
 
 using namespace Qt::StringLiterals;
 
-QColor rgb(QRgb value)
-{
-    return QColor::fromRgb(value);
-}
-
 QColor mixed(QRgb from, QRgb towards, qreal share)
 {
     const auto channel = [share](int a, int b) { return int(std::lround(a + (b - a) * share)); };
@@ -27,103 +23,81 @@ QColor mixed(QRgb from, QRgb towards, qreal share)
 
 constexpr qreal hoverShare = 0.06;
 
-ThemeColors darkColors()
+/** A colour in both themes. */
+struct Token {
+    QColor ThemeColors::*member;
+    QRgb dark;
+    QRgb light;
+};
+
+constexpr std::array tokens {
+    Token {&ThemeColors::canvas, 0x15181D, 0xFCFCFD},
+    Token {&ThemeColors::panel, 0x1B1F25, 0xF3F4F7},
+    Token {&ThemeColors::raised, 0x22272F, 0xFFFFFF},
+    Token {&ThemeColors::mine, 0x22272F, 0xEFF1F6},
+    Token {&ThemeColors::hover, 0x2A303A, 0xE8EBF0},
+    Token {&ThemeColors::selected, 0x2D3650, 0xDDE3FB},
+    Token {&ThemeColors::well, 0x101317, 0xF5F6F9},
+    Token {&ThemeColors::line, 0x2B313B, 0xE1E4EA},
+    Token {&ThemeColors::line2, 0x3A424F, 0xCDD2DB},
+    Token {&ThemeColors::lineCtl, 0x697384, 0x7E8797},
+    Token {&ThemeColors::text, 0xE7EAF0, 0x1A1E26},
+    Token {&ThemeColors::text2, 0xAEB6C4, 0x475061},
+    Token {&ThemeColors::text3, 0x9BA4B4, 0x586274},
+    Token {&ThemeColors::textOff, 0x5F6878, 0xA0A8B5},
+    Token {&ThemeColors::accent, 0x93A8FF, 0x3F53C9},
+    Token {&ThemeColors::accentSoft, 0x232B47, 0xE7EBFD},
+    Token {&ThemeColors::onAccent, 0xFFFFFF, 0xFFFFFF},
+    Token {&ThemeColors::accentFill, 0x4A5FD6, 0x4357CF},
+    Token {&ThemeColors::success, 0x6CC794, 0x1B7443},
+    Token {&ThemeColors::warning, 0xF0935A, 0xAC4A0C},
+    Token {&ThemeColors::danger, 0xFF8585, 0xBC2A35},
+    Token {&ThemeColors::info, 0x6CC1E8, 0x14688F},
+    Token {&ThemeColors::wait, 0xF2B84B, 0x8A5A00},
+    Token {&ThemeColors::onWait, 0x1E1605, 0x2A1C00},
+    Token {&ThemeColors::waitFill, 0xF2B84B, 0xF5BE4F},
+    Token {&ThemeColors::waitLine, 0x8A6A2B, 0xE0B45A},
+    Token {&ThemeColors::successSoft, 0x1A2E26, 0xE3F4EA},
+    Token {&ThemeColors::warningSoft, 0x35251D, 0xFDEBE0},
+    Token {&ThemeColors::dangerSoft, 0x3A2126, 0xFCE8E9},
+    Token {&ThemeColors::infoSoft, 0x182C38, 0xE0F1F9},
+    Token {&ThemeColors::waitSoft, 0x322A1A, 0xFFF4DA},
+    Token {&ThemeColors::dangerFill, 0xC93F47, 0xC2303B},
+    Token {&ThemeColors::gaugeLow, 0x93A8FF, 0x3F53C9},
+    Token {&ThemeColors::gaugeWarn, 0xF0935A, 0xAC4A0C},
+    Token {&ThemeColors::gaugeFull, 0xFF8585, 0xBC2A35},
+    Token {&ThemeColors::gaugeReset, 0x9BA4B4, 0x586274},
+    Token {&ThemeColors::gaugeTrack, 0x333B47, 0xDADEE6},
+};
+
+constexpr std::array<QRgb, 6> darkModes {0x6CC1E8, 0xAEB6C4, 0x63C5B5, 0x6CC794, 0xC79BF2, 0xFF8585};
+constexpr std::array<QRgb, 6> lightModes {0x14688F, 0x475061, 0x0F6E64, 0x1B7443, 0x7B3FB3, 0xBC2A35};
+constexpr std::array<QRgb, 8> darkLanes {0x61A3E6, 0xE0AF3B, 0xC93F76, 0x59D6FA,
+                                         0xC48139, 0xBEEDBE, 0x6A6BD6, 0xF7E04F};
+constexpr std::array<QRgb, 8> lightLanes {0x33278D, 0x966B27, 0x4F314C, 0x477E88,
+                                          0x6E1C05, 0x639B77, 0x524A7C, 0x929300};
+
+template <std::size_t Size>
+QList<QColor> colors(const std::array<QRgb, Size> &values)
 {
-    ThemeColors c;
-    c.canvas = rgb(0x15181D);
-    c.panel = rgb(0x1B1F25);
-    c.raised = rgb(0x22272F);
-    c.mine = rgb(0x22272F);
-    c.hover = rgb(0x2A303A);
-    c.selected = rgb(0x2D3650);
-    c.well = rgb(0x101317);
-    c.line = rgb(0x2B313B);
-    c.line2 = rgb(0x3A424F);
-    c.lineCtl = rgb(0x697384);
-    c.text = rgb(0xE7EAF0);
-    c.text2 = rgb(0xAEB6C4);
-    c.text3 = rgb(0x9BA4B4);
-    c.textOff = rgb(0x5F6878);
-    c.accent = rgb(0x93A8FF);
-    c.accentSoft = rgb(0x232B47);
-    c.onAccent = rgb(0xFFFFFF);
-    c.accentFill = rgb(0x4A5FD6);
-    c.accentHover = mixed(0x4A5FD6, 0xFFFFFF, hoverShare);
-    c.success = rgb(0x6CC794);
-    c.warning = rgb(0xF0935A);
-    c.danger = rgb(0xFF8585);
-    c.info = rgb(0x6CC1E8);
-    c.wait = rgb(0xF2B84B);
-    c.onWait = rgb(0x1E1605);
-    c.waitFill = rgb(0xF2B84B);
-    c.waitLine = rgb(0x8A6A2B);
-    c.successSoft = rgb(0x1A2E26);
-    c.warningSoft = rgb(0x35251D);
-    c.dangerSoft = rgb(0x3A2126);
-    c.infoSoft = rgb(0x182C38);
-    c.waitSoft = rgb(0x322A1A);
-    c.dangerFill = rgb(0xC93F47);
-    c.dangerHover = mixed(0xC93F47, 0xFFFFFF, hoverShare);
-    c.gaugeLow = rgb(0x93A8FF);
-    c.gaugeWarn = rgb(0xF0935A);
-    c.gaugeFull = rgb(0xFF8585);
-    c.gaugeReset = rgb(0x9BA4B4);
-    c.gaugeTrack = rgb(0x333B47);
-    c.shadow = QColor(0, 0, 0, 115);
-    c.scrim = QColor(0, 0, 0, 128);
-    c.modes = {rgb(0x6CC1E8), rgb(0xAEB6C4), rgb(0x63C5B5), rgb(0x6CC794), rgb(0xC79BF2), rgb(0xFF8585)};
-    c.lanes = {rgb(0x61A3E6), rgb(0xE0AF3B), rgb(0xC93F76), rgb(0x59D6FA),
-               rgb(0xC48139), rgb(0xBEEDBE), rgb(0x6A6BD6), rgb(0xF7E04F)};
-    return c;
+    QList<QColor> list;
+    for (const QRgb value : values)
+        list.append(QColor::fromRgb(value));
+    return list;
 }
 
-ThemeColors lightColors()
+ThemeColors colorsOf(bool dark)
 {
     ThemeColors c;
-    c.canvas = rgb(0xFCFCFD);
-    c.panel = rgb(0xF3F4F7);
-    c.raised = rgb(0xFFFFFF);
-    c.mine = rgb(0xEFF1F6);
-    c.hover = rgb(0xE8EBF0);
-    c.selected = rgb(0xDDE3FB);
-    c.well = rgb(0xF5F6F9);
-    c.line = rgb(0xE1E4EA);
-    c.line2 = rgb(0xCDD2DB);
-    c.lineCtl = rgb(0x7E8797);
-    c.text = rgb(0x1A1E26);
-    c.text2 = rgb(0x475061);
-    c.text3 = rgb(0x586274);
-    c.textOff = rgb(0xA0A8B5);
-    c.accent = rgb(0x3F53C9);
-    c.accentSoft = rgb(0xE7EBFD);
-    c.onAccent = rgb(0xFFFFFF);
-    c.accentFill = rgb(0x4357CF);
-    c.accentHover = mixed(0x4357CF, 0x000000, hoverShare);
-    c.success = rgb(0x1B7443);
-    c.warning = rgb(0xAC4A0C);
-    c.danger = rgb(0xBC2A35);
-    c.info = rgb(0x14688F);
-    c.wait = rgb(0x8A5A00);
-    c.onWait = rgb(0x2A1C00);
-    c.waitFill = rgb(0xF5BE4F);
-    c.waitLine = rgb(0xE0B45A);
-    c.successSoft = rgb(0xE3F4EA);
-    c.warningSoft = rgb(0xFDEBE0);
-    c.dangerSoft = rgb(0xFCE8E9);
-    c.infoSoft = rgb(0xE0F1F9);
-    c.waitSoft = rgb(0xFFF4DA);
-    c.dangerFill = rgb(0xC2303B);
-    c.dangerHover = mixed(0xC2303B, 0x000000, hoverShare);
-    c.gaugeLow = rgb(0x3F53C9);
-    c.gaugeWarn = rgb(0xAC4A0C);
-    c.gaugeFull = rgb(0xBC2A35);
-    c.gaugeReset = rgb(0x586274);
-    c.gaugeTrack = rgb(0xDADEE6);
-    c.shadow = QColor(0, 0, 0, 41);
+    for (const Token &token : tokens)
+        c.*token.member = QColor::fromRgb(dark ? token.dark : token.light);
+    const QRgb towards = dark ? 0xFFFFFF : 0x000000;
+    c.accentHover = mixed(c.accentFill.rgb(), towards, hoverShare);
+    c.dangerHover = mixed(c.dangerFill.rgb(), towards, hoverShare);
+    c.shadow = QColor(0, 0, 0, dark ? 115 : 41);
     c.scrim = QColor(0, 0, 0, 128);
-    c.modes = {rgb(0x14688F), rgb(0x475061), rgb(0x0F6E64), rgb(0x1B7443), rgb(0x7B3FB3), rgb(0xBC2A35)};
-    c.lanes = {rgb(0x33278D), rgb(0x966B27), rgb(0x4F314C), rgb(0x477E88),
-               rgb(0x6E1C05), rgb(0x639B77), rgb(0x524A7C), rgb(0x929300)};
+    c.modes = dark ? colors(darkModes) : colors(lightModes);
+    c.lanes = dark ? colors(darkLanes) : colors(lightLanes);
     return c;
 }
 
@@ -167,8 +141,8 @@ QFont codeFont(qreal pixels, qreal scale, QFont::Weight weight = QFont::Normal)
 
 const ThemeColors &themeColors(bool dark)
 {
-    static const ThemeColors darkTheme = darkColors();
-    static const ThemeColors lightTheme = lightColors();
+    static const ThemeColors darkTheme = colorsOf(true);
+    static const ThemeColors lightTheme = colorsOf(false);
     return dark ? darkTheme : lightTheme;
 }
 
