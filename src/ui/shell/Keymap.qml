@@ -15,6 +15,7 @@ Item {
     signal addProjectTriggered()
     signal resumeTriggered()
     signal settingsTriggered()
+    signal windowTriggered(int kind)
     signal toggleSidebarTriggered()
     signal regionTriggered(int step)
 
@@ -38,6 +39,8 @@ Item {
             { keys: ["Ctrl++", "Ctrl+="], run: () => view.enlargeText() },
             { keys: ["Ctrl+-"], run: () => view.shrinkText() },
             { keys: ["Ctrl+0"], run: () => view.resetText() },
+            { keys: ["Ctrl+I"], run: () => windowTriggered(ProjectWindows.Issues) },
+            { keys: ["Ctrl+G"], run: () => windowTriggered(ProjectWindows.Version) },
             { keys: ["Ctrl+,"], run: () => settingsTriggered() },
             { keys: ["F6"], run: () => regionTriggered(1) },
             { keys: ["Shift+F6"], run: () => regionTriggered(-1) },

@@ -6,6 +6,7 @@
 #include "ui/shell/Attention.h"
 #include "ui/shell/AuditView.h"
 #include "ui/shell/Projects.h"
+#include "ui/shell/ProjectWindows.h"
 #include "ui/shell/ResumeView.h"
 #include "ui/shell/Settings.h"
 #include "ui/shell/ViewSettings.h"
@@ -48,6 +49,7 @@ struct WindowObjects : QObject {
         , settings(runtime, view)
         , attention(workspace, runtime)
         , resume(runtime)
+        , windows(runtime)
     {
         geometrySettled.setSingleShot(true);
         geometrySettled.setInterval(geometrySettlesMs);
@@ -62,7 +64,8 @@ struct WindowObjects : QObject {
                 {u"audit"_s, QVariant::fromValue(&audit)},
                 {u"settings"_s, QVariant::fromValue(&settings)},
                 {u"attention"_s, QVariant::fromValue(&attention)},
-                {u"resume"_s, QVariant::fromValue(&resume)}};
+                {u"resume"_s, QVariant::fromValue(&resume)},
+                {u"windows"_s, QVariant::fromValue(&windows)}};
     }
 
     void follow(QQuickWindow &window)
@@ -95,6 +98,7 @@ struct WindowObjects : QObject {
     Settings settings;
     Attention attention;
     ResumeView resume;
+    ProjectWindows windows;
     QTimer geometrySettled;
 };
 

@@ -14,6 +14,7 @@ Window {
     required property Settings settings
     required property Attention attention
     required property ResumeView resume
+    required property ProjectWindows windows
 
     title: workspace.windowTitle
     minimumWidth: 900
@@ -37,6 +38,7 @@ Window {
         view: window.view
         audit: window.audit
         resume: window.resume
+        windows: window.windows
         settings: window.settings
         attention: window.attention
     }

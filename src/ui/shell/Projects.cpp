@@ -89,6 +89,11 @@ void Projects::remove(const QString &alias)
     m_runtime.removeProject(alias);
 }
 
+QString Projects::firstAlias() const
+{
+    return aliases().value(0);
+}
+
 QString Projects::folder(const QString &alias) const
 {
     const auto &entries = m_runtime.catalogEntries();

@@ -46,6 +46,8 @@ public:
     Q_INVOKABLE void remove(const QString &alias);
     /** The project's folder; empty for an unknown alias. */
     Q_INVOKABLE QString folder(const QString &alias) const;
+    /** The project that is listed first; empty when there is none. */
+    Q_INVOKABLE QString firstAlias() const;
 
 Q_SIGNALS:
     void loadErrorChanged();

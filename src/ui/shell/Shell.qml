@@ -14,6 +14,7 @@ FocusScope {
     required property ResumeView resume
     required property Settings settings
     required property Attention attention
+    required property ProjectWindows windows
 
     property bool sidebarShown: true
 
@@ -36,6 +37,11 @@ FocusScope {
     function openResume(alias: string): void {
         resume.show(alias.length > 0 ? alias : workspace.currentChat?.alias ?? "")
         resumePanel.open()
+    }
+
+    // Of the current session's project, else of the first.
+    function openWindow(kind: int): void {
+        windows.open(kind, workspace.currentChat?.alias ?? projects.firstAlias())
     }
 
     // F6 goes through these.
@@ -94,6 +100,7 @@ FocusScope {
         onAddFolderRequested: shell.addFolder("")
         onResumeRequested: alias => shell.openResume(alias)
         onSettingsRequested: shell.openSettings()
+        onWindowRequested: kind => shell.openWindow(kind)
         onRemoveProjectRequested: alias => sheets.open("RemoveProjectSheet", { projects: shell.projects, alias: alias })
         onRenameRequested: (key, title) => sheets.open("RenameSheet", { workspace: shell.workspace, key: key, oldTitle: title })
     }
@@ -182,6 +189,7 @@ FocusScope {
         onAddProjectTriggered: shell.addFolder("")
         onResumeTriggered: resumePanel.item?.activeFocus ? resumePanel.close() : shell.openResume("")
         onSettingsTriggered: shell.openSettings()
+        onWindowTriggered: kind => shell.openWindow(kind)
         onToggleSidebarTriggered: shell.sidebarShown = !shell.sidebarShown
         onRegionTriggered: step => shell.moveRegion(step)
     }

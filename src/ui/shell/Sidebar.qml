@@ -12,6 +12,7 @@ FocusScope {
     signal addFolderRequested()
     signal resumeRequested(string alias)
     signal settingsRequested()
+    signal windowRequested(int kind)
     signal removeProjectRequested(string alias)
     signal renameRequested(string key, string title)
 
@@ -84,7 +85,7 @@ FocusScope {
         id: list
         anchors.top: loadError.bottom
         anchors.topMargin: 8
-        anchors.bottom: foot.top
+        anchors.bottom: places.top
         anchors.left: parent.left
         anchors.right: parent.right
         focus: true
@@ -103,6 +104,31 @@ FocusScope {
         actionText: "폴더 추가"
         actionKeys: "Ctrl O"
         onActionTriggered: sidebar.addFolderRequested()
+    }
+
+    Column {
+        id: places
+        anchors.bottom: foot.top
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.margins: 8
+        visible: sidebar.workspace.hasProjects
+        height: visible ? implicitHeight : 0
+
+        PlaceRow {
+            width: parent.width
+            iconName: "issues"
+            text: "이슈"
+            keys: "Ctrl I"
+            onClicked: sidebar.windowRequested(ProjectWindows.Issues)
+        }
+        PlaceRow {
+            width: parent.width
+            iconName: "version"
+            text: "형상관리"
+            keys: "Ctrl G"
+            onClicked: sidebar.windowRequested(ProjectWindows.Version)
+        }
     }
 
     Item {
