@@ -48,6 +48,7 @@ void Runtime::start()
 
 void Runtime::stop()
 {
+    m_editorFlushers.flushAll();
     int terminated = 0;
     for (ProjectChat *chat : m_agentStore.sessions())
         terminated += chat->terminateChild() ? 1 : 0;

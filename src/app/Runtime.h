@@ -8,6 +8,7 @@
 #include "core/Preferences.h"
 #include "core/ProjectCatalog.h"
 #include "core/SecretStore.h"
+#include "markdown/EditorFlushers.h"
 #include "sessions/AgentSessionStore.h"
 #include "sessions/DraftKeeper.h"
 #include "sessions/SessionResume.h"
@@ -55,6 +56,7 @@ public:
     [[nodiscard]] const QString &catalogPath() const { return m_catalog.storeURL(); }
     [[nodiscard]] AgentSessionStore &agentStore() { return m_agentStore; }
     [[nodiscard]] SessionResume &resume() { return m_resume; }
+    [[nodiscard]] EditorFlushers &editorFlushers() { return m_editorFlushers; }
     [[nodiscard]] AuditWatch &auditWatch() { return m_auditWatch; }
     [[nodiscard]] AuditLogger &auditLogger() { return m_auditLogger; }
     [[nodiscard]] Preferences &preferences() { return m_preferences; }
@@ -95,6 +97,7 @@ private:
     AgentSessionStore m_agentStore;
     SessionResume m_resume;
     DraftKeeper m_drafts;
+    EditorFlushers m_editorFlushers;
     QString m_status = QStringLiteral("stopped");
     QString m_catalogError;
 };
