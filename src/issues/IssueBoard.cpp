@@ -16,7 +16,7 @@ QStringView valueAt(QStringView line, qsizetype index)
     return IssueCells::normalizedView(TableLine::cell(line, index).value_or(QStringView()));
 }
 
-std::optional<QString> unlessEmpty(QStringView text)
+std::optional<QString> presentText(QStringView text)
 {
     return text.isEmpty() ? std::nullopt : std::optional(text.toString());
 }
@@ -38,10 +38,10 @@ std::optional<Row> rowOf(QStringView line, const BoardHeader &header, const QStr
         IssueCells::normalizedView(BoardLink::read(titleCell.value_or(QStringView())).text);
     row.title = title.isEmpty() ? row.id : title.toString();
 
-    row.area = unlessEmpty(valueAt(line, header.index(BoardColumn::Area)));
-    row.priority = unlessEmpty(valueAt(line, header.index(BoardColumn::Priority)));
-    row.estimate = unlessEmpty(valueAt(line, header.index(BoardColumn::Estimate)));
-    row.status = unlessEmpty(IssueCells::statusCell(valueAt(line, header.index(BoardColumn::Status))).word);
+    row.area = presentText(valueAt(line, header.index(BoardColumn::Area)));
+    row.priority = presentText(valueAt(line, header.index(BoardColumn::Priority)));
+    row.estimate = presentText(valueAt(line, header.index(BoardColumn::Estimate)));
+    row.status = presentText(IssueCells::statusCell(valueAt(line, header.index(BoardColumn::Status))).word);
     return row;
 }
 
