@@ -14,11 +14,11 @@ namespace Vesk
 {
 
 /**
- * Calls `work` on the thread pool and then `done` with its value, on the thread of `context`. It takes and
+ * Calls `work` on a thread pool and then `done` with its value, on the thread of `context`. It takes and
  * gives values alone. When `context` is gone by then, `done` is not called.
  */
 template <typename Work, typename Done>
-void workOnPool(QObject *context, Work work, Done done)
+void workOnPool(QObject *context, Work work, Done done, QThreadPool *pool = QThreadPool::globalInstance())
 {
     using Value = std::invoke_result_t<Work>;
     auto *watcher = new QFutureWatcher<Value>(context);
@@ -29,7 +29,7 @@ void workOnPool(QObject *context, Work work, Done done)
     });
     auto promise = std::make_shared<QPromise<Value>>();
     watcher->setFuture(promise->future());
-    QThreadPool::globalInstance()->start([promise, work = std::move(work)] {
+    pool->start([promise, work = std::move(work)] {
         promise->start();
         promise->addResult(work());
         promise->finish();

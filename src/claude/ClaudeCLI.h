@@ -1,6 +1,8 @@
 // Finding the agent program on this machine.
 #pragma once
 
+#include "base/LoginShell.h"
+
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -18,7 +20,7 @@ namespace ClaudeCLI
 {
 
 /** How long a login shell may take over its profile before the probe gives up. */
-inline constexpr std::chrono::milliseconds probeTimeout {10'000};
+inline constexpr std::chrono::milliseconds probeTimeout = LoginShell::probeTimeout;
 
 /** Where the program is looked for, in order. */
 [[nodiscard]] QStringList candidatePaths(const QString &home);

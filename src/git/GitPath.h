@@ -1,0 +1,20 @@
+// Names of files as git gives them: bytes of any kind, carried in text without loss.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace Vesk::GitPath
+{
+
+/** UTF-8 to text. A byte that is no part of valid UTF-8 becomes the low surrogate U+DC00 + byte, which no
+   valid text holds alone, so that encode() gives back every byte. */
+[[nodiscard]] QString decode(QByteArrayView bytes);
+
+/** The bytes that decode() was given. */
+[[nodiscard]] QByteArray encode(QStringView text);
+
+/** For people: what stands for a foreign byte becomes the replacement character. */
+[[nodiscard]] QString shown(const QString &text);
+
+} // namespace Vesk::GitPath
