@@ -124,7 +124,8 @@ Emphasis compare(QStringView removed, QStringView added)
     commonLeft = whole(std::move(commonLeft));
     commonRight = whole(std::move(commonRight));
     constexpr int leastShare = 3; // a third of the shorter line
-    if (weight(left, &commonLeft) * leastShare < std::min(weight(left), weight(right)))
+    const qsizetype common = weight(left, &commonLeft);
+    if (common == 0 || common * leastShare < std::min(weight(left), weight(right)))
         return {};
     return {rangesOf(removed, left, commonLeft), rangesOf(added, right, commonRight)};
 }

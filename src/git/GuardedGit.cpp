@@ -100,12 +100,12 @@ private:
                 path = folder + '/' + path;
         }
 
-        const auto index = readFile(QFile::decodeName(path), maxIndexBytes);
-        if (!index && index.error().kind == ErrorKind::NotFound)
-            return QByteArrayList();
-        if (index) {
-            if (auto found = GitIndex::submodules(*index, hashBytes))
-                return *found;
+        if (path.isValidUtf8()) { // or it could not be opened by its name, and git has to be asked
+            const auto index = readFile(QFile::decodeName(path), maxIndexBytes);
+            if (!index && index.error().kind == ErrorKind::NotFound)
+                return QByteArrayList();
+            if (auto found = index ? GitIndex::submodules(*index, hashBytes) : std::nullopt)
+                return *std::move(found);
         }
         const auto listed =
             call({QStringLiteral("ls-files"), QStringLiteral("-s"), QStringLiteral("-z")}, folder);

@@ -8,6 +8,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <filesystem>
+
 namespace Vesk::Test
 {
 namespace
@@ -40,6 +42,12 @@ Repository::Repository(const QStringList &options)
         global.write("[init]\n\tdefaultBranch = main\n[protocol \"file\"]\n\tallow = always\n");
     global.close();
     git(QStringList {QStringLiteral("init"), QStringLiteral("-q")} + options);
+}
+
+Repository::~Repository()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(m_folder.path().toStdString(), ignored);
 }
 
 QString Repository::path() const

@@ -17,6 +17,7 @@ class Repository
 public:
     /** `options` go to `git init`. */
     explicit Repository(const QStringList &options = {});
+    ~Repository(); ///< also removes what Qt cannot name
 
     [[nodiscard]] QString path() const; ///< of the work tree
     [[nodiscard]] QString path(const QString &name) const { return path() + u'/' + name; }
