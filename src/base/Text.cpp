@@ -3,10 +3,9 @@
 #include <QCollator>
 #include <QLocale>
 
+#include <simdjson.h>
 #include <unicode/brkiter.h>
 #include <unicode/utext.h>
-
-#include <simdjson.h>
 
 #include <memory>
 

@@ -163,18 +163,22 @@ void MarkdownDocumentModel::fly(DiskJob job)
 
 void MarkdownDocumentModel::land()
 {
-    settle();
+    conclude();
     if (std::exchange(m_lookWaiting, false))
         lookAtChange();
     if (std::exchange(m_saveWaiting, false))
         autosave();
 }
 
-// Waits for the job under way, if there is one, and draws its conclusions.
+// Waits until no job is under way.
 void MarkdownDocumentModel::settle()
 {
-    if (!m_flight)
-        return;
+    while (m_flight)
+        conclude();
+}
+
+void MarkdownDocumentModel::conclude()
+{
     m_flight->landing->waitForFinished();
     const auto flight = std::move(m_flight);
     flight->landing->disconnect(this);

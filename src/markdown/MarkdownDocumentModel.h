@@ -140,6 +140,7 @@ private:
     void fly(DiskJob job);
     void land();
     void settle();
+    void conclude();
 
     void handleExternalChange();
     void lookAtChange();

@@ -413,9 +413,6 @@ private Q_SLOTS:
     void conflictTexts()
     {
         namespace Texts = MarkdownConflictTexts;
-        QVERIFY(!Texts::canSave(unreadable, true) && !Texts::canSave(noConflict, false));
-        QVERIFY(Texts::canSave(missing, true) && Texts::canSave(externalChange, true));
-        QVERIFY(!Texts::canReload(missing) && Texts::canReload(unreadable));
         QVERIFY(Texts::badge(externalChange, u"다듬기"_s).startsWith(u"다른 곳(예: 다듬기)이 이 파일을"));
         QVERIFY(Texts::lockedNotice(unreadable, false, true).contains(u"한 번도 읽지 못해"));
         QVERIFY(Texts::lockedNotice(unreadable, true, true).contains(u"미저장 편집이 얹혀 있습니다 — 지금"));

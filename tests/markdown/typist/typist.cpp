@@ -1,7 +1,7 @@
-// Types into the document given as argument without end, autosaving, and prints the number of each text that is
-// on the disk. It is there to be killed.
-#include "TypedText.h"
+// Types into the document given as argument without end, autosaving, and prints the number of each text that
+// is on the disk. It is there to be killed.
 #include "markdown/MarkdownDocumentModel.h"
+#include "TypedText.h"
 
 #include <QCoreApplication>
 
