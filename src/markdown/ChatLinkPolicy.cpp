@@ -16,25 +16,25 @@ using Action = LinkDecision::Action;
 
 constexpr qsizetype longestShown = 400;
 
-bool isHiddenSign(QChar c)
+bool isHiddenSign(char32_t sign)
 {
-    return c.category() == QChar::Other_Control || c.category() == QChar::Other_Format
-        || c.category() == QChar::Separator_Line || c.category() == QChar::Separator_Paragraph;
+    const QChar::Category category = QChar::category(sign);
+    return category == QChar::Other_Control || category == QChar::Other_Format
+        || category == QChar::Separator_Line || category == QChar::Separator_Paragraph;
 }
 
-bool hasHiddenSign(QStringView text)
+bool hasHiddenSign(const QString &text)
 {
-    return std::any_of(text.begin(), text.end(), isHiddenSign);
+    const auto signs = text.toUcs4();
+    return std::any_of(signs.begin(), signs.end(), isHiddenSign);
 }
 
 QString withSignsAsCodes(const QString &text)
 {
     QString shown;
-    for (const QChar c : text) {
-        if (isHiddenSign(c))
-            shown += QString::fromLatin1(QString(c).toUtf8().toPercentEncoding());
-        else
-            shown += c;
+    for (const char32_t sign : text.toUcs4()) {
+        const QString written = QString::fromUcs4(&sign, 1);
+        shown += isHiddenSign(sign) ? QString::fromLatin1(written.toUtf8().toPercentEncoding()) : written;
         if (shown.size() > longestShown)
             return shown + u'…';
     }

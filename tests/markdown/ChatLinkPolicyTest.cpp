@@ -80,6 +80,7 @@ private Q_SLOTS:
         row(u"https://xn--80ak6aa92e.com/"_s, u"사과"_s, Action::Ask, {}, u"аррӏе.com"_s);
         row(u"https://example.org/"_s, u"\u202Ehttps://example.org"_s, Action::Ask, {}, u"제어 문자"_s);
         row(u"https://example.org/\u202Egpj.exe"_s, u"a"_s, Action::Refuse, {}, u"제어 문자"_s);
+        row(u"src/a.cpp\U000E0041"_s, u"a"_s, Action::Refuse, {}, u"제어 문자"_s); // beyond 16 bits
         row(u"java\tscript:alert(1)"_s, u"a"_s, Action::Refuse, {}, u"제어 문자"_s);
         row(u"javascript:alert(1)"_s, u"a"_s, Action::Refuse, {}, u"javascript:"_s);
         row(u"vscode://file/etc/passwd"_s, u"a"_s, Action::Refuse, {}, u"vscode:"_s);
