@@ -23,8 +23,13 @@ Runtime::Runtime(AuditLogger &auditLogger, Preferences &preferences, const Runti
                     .answerLanguage = [&preferences] { return preferences.answerLanguage(); },
                     .cachesDir = paths.caches})
     , m_resume(m_agentStore, m_catalog, [this](const AuditEvent &event) { log(event); })
+    , m_issues(m_agentStore, m_catalog, preferences, [this](const AuditEvent &event) { log(event); })
     , m_drafts(m_agentStore, paths.drafts)
 {
+    m_issues.openSessionWindow = [this] {
+        if (openMainWindow)
+            openMainWindow();
+    };
     m_agentStore.streamNoteSink = [this](const QString &line) { log(AuditEvent::info(line)); };
 }
 

@@ -1,6 +1,7 @@
 // The one coordinator: owns the services, wires them, and knows the order in which they come up and go down.
 #pragma once
 
+#include "app/IssueCrossings.h"
 #include "claude/ClaudeCLI.h"
 #include "core/AuditLogger.h"
 #include "core/AuditWatch.h"
@@ -57,6 +58,7 @@ public:
     [[nodiscard]] AgentSessionStore &agentStore() { return m_agentStore; }
     [[nodiscard]] SessionResume &resume() { return m_resume; }
     [[nodiscard]] EditorFlushers &editorFlushers() { return m_editorFlushers; }
+    [[nodiscard]] IssueCrossings &issues() { return m_issues; }
     [[nodiscard]] AuditWatch &auditWatch() { return m_auditWatch; }
     [[nodiscard]] AuditLogger &auditLogger() { return m_auditLogger; }
     [[nodiscard]] Preferences &preferences() { return m_preferences; }
@@ -96,6 +98,7 @@ private:
     CompositeSecretStore m_secrets;
     AgentSessionStore m_agentStore;
     SessionResume m_resume;
+    IssueCrossings m_issues;
     DraftKeeper m_drafts;
     EditorFlushers m_editorFlushers;
     QString m_status = QStringLiteral("stopped");

@@ -31,8 +31,8 @@ struct MarkdownLine {
     [[nodiscard]] QStringView sectionTitle() const;
 };
 
-/** Walks over the lines of a text; a text that ends in a line end has an empty last line. A byte order mark belongs
-    to no line. */
+/** Walks over the lines of a text; a text that ends in a line end has an empty last line. A byte order mark
+   belongs to no line. */
 class MarkdownLines
 {
 public:

@@ -73,6 +73,9 @@ ProjectChat *AgentSessionStore::makeSession(const QString &alias, const QString 
         if (streamNoteSink)
             streamNoteSink(line);
     };
+    chat->onFileLink = [this, chat](const QString &linked, const QString &realPath) {
+        return fileLinkSink && fileLinkSink(*chat, linked, realPath);
+    };
     return chat;
 }
 

@@ -28,6 +28,8 @@ public:
     std::function<QHash<QString, QString>()>
         resolveEnv; ///< what a new session adds to its children's environment
     std::function<void(const QString &line)> streamNoteSink; ///< a session's lines for the audit log
+    /** ProjectChat::onFileLink of every session. */
+    std::function<bool(const ProjectChat &chat, const QString &path, const QString &realPath)> fileLinkSink;
 
     /** In opening order. */
     [[nodiscard]] const QList<ProjectChat *> &sessions() const { return m_sessions; }

@@ -84,6 +84,8 @@ public:
     std::function<void(const QString &)> onUnattendedQuestionSkip;
     std::function<void(bool success)> onRunFinished;       ///< called once per setting, at the end of the run
     std::function<void(const QString &line)> onStreamNote; ///< a line for the audit log
+    /** A link to this file was followed; true when the program shows the file itself. */
+    std::function<bool(const QString &path, const QString &realPath)> onFileLink;
 
     // Identity.
     [[nodiscard]] QUuid id() const { return m_id; }

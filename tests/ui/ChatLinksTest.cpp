@@ -69,6 +69,23 @@ private Q_SLOTS:
                  QFileInfo(m_stage->path(u"src/a.cpp"_s)).canonicalFilePath());
     }
 
+    void whatTheProgramShowsItselfIsNotOpened()
+    {
+        QStringList shown;
+        m_stage->chat().onFileLink = [&](const QString &path, const QString &realPath) {
+            shown = {path, realPath};
+            return path.endsWith(u".md"_s);
+        };
+        show(u"[바깥](out.md)"_s); // a link out of the project: else it would be asked about
+        clickFirstLink(u"바깥"_s);
+        QTRY_COMPARE(shown, (QStringList {m_stage->path(u"out.md"_s), u"/etc/passwd"_s}));
+        show(u"[원본](src/a.cpp)"_s);
+        clickFirstLink(u"원본"_s);
+        QTRY_COMPARE(m_opened.size(), 1);
+        QCOMPARE(shown.constFirst(), m_stage->path(u"src/a.cpp"_s));
+        QVERIFY(!withText(u"이 링크를 열까요?"_s));
+    }
+
     void whatIsDoubtfulIsAskedAbout_data()
     {
         QTest::addColumn<QString>("theme");

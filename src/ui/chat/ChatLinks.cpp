@@ -10,6 +10,8 @@
 #include <QPointer>
 #include <QThreadPool>
 
+#include <algorithm>
+
 namespace Vesk
 {
 
@@ -61,12 +63,15 @@ void ChatLinks::follow(const QString &address, const QString &html)
     }
     paths << folders.project;
     QThreadPool::globalInstance()->start([paths, decide, followed, self = QPointer<ChatLinks>(this)] {
-        const auto decision = decide(lookAtLinkedFiles(paths));
+        const auto files = lookAtLinkedFiles(paths);
+        const auto decision = decide(files);
+        const auto path =
+            std::ranges::find_if(paths, [&](const auto &meant) { return files.contains(meant); });
         QMetaObject::invokeMethod(
             QCoreApplication::instance(),
-            [decision, followed, self] {
+            [decision, followed, self, path = path == paths.end() ? QString() : *path] {
                 if (self && self->m_followed == followed) {
-                    self->carryOut(decision);
+                    self->carryOut(decision, path);
                 }
             },
             Qt::QueuedConnection);
@@ -85,8 +90,12 @@ void ChatLinks::copyAddress() const
     QGuiApplication::clipboard()->setText(m_stopped.address);
 }
 
-void ChatLinks::carryOut(const LinkDecision &decision)
+void ChatLinks::carryOut(const LinkDecision &decision, const QString &path)
 {
+    if (decision.action != LinkDecision::Action::Refuse && decision.url.isLocalFile() && showsItself
+        && showsItself(path, decision.url.toLocalFile())) {
+        return;
+    }
     switch (decision.action) {
     case LinkDecision::Action::OpenInBrowser:
     case LinkDecision::Action::OpenFile:

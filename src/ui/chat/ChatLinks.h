@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
+#include <functional>
+
 namespace Vesk
 {
 
@@ -29,6 +31,10 @@ public:
     /** The folder that links to files are read against. */
     void setProjectFolder(const QString &folder);
 
+    /** Asked before a file is opened, with its path as linked and with all links resolved; true when the
+       program shows it itself. */
+    std::function<bool(const QString &path, const QString &realPath)> showsItself;
+
     /** The link that was stopped, as it can be shown, and why. */
     [[nodiscard]] QString address() const { return m_stopped.address; }
     [[nodiscard]] QString reason() const { return m_stopped.reason; }
@@ -45,7 +51,7 @@ Q_SIGNALS:
     void stopped(); ///< a link is not opened as it is: the person is to be asked or told
 
 private:
-    void carryOut(const LinkDecision &decision);
+    void carryOut(const LinkDecision &decision, const QString &path = {});
     void open(const LinkDecision &decision);
     void stop(const LinkDecision &decision);
 

@@ -9,6 +9,9 @@ ChatViewModel::ChatViewModel(QObject *parent)
     connect(&m_timeline, &QAbstractItemModel::modelReset, this, &ChatViewModel::updateEmpty);
     connect(&m_timeline, &QAbstractItemModel::rowsInserted, this, &ChatViewModel::updateEmpty);
     connect(&m_timeline, &QAbstractItemModel::rowsRemoved, this, &ChatViewModel::updateEmpty);
+    m_links.showsItself = [this](const QString &path, const QString &realPath) {
+        return m_chat && m_chat->onFileLink && m_chat->onFileLink(path, realPath);
+    };
 }
 
 ChatViewModel::~ChatViewModel() = default;

@@ -39,6 +39,8 @@ Workspace::Workspace(Runtime &runtime, SessionRoster::Clock clock, QObject *pare
     connect(&m_roster, &SessionRoster::changed, this, &Workspace::watchShown);
     connect(&m_roster, &SessionRoster::myTurnChanged, this, &Workspace::windowTitleChanged);
     connect(&runtime, &Runtime::catalogEntriesChanged, this, &Workspace::projectsChanged);
+    connect(&runtime.issues(), &IssueCrossings::sessionChosen, this,
+            [this](const ProjectChat *chat) { show(chat->id()); });
     runtime.locator().whenResolved(this, [this](const QString &) { Q_EMIT agentMissingChanged(); });
     for (const auto &session : m_roster.sessions()) {
         addSession(session->id);
