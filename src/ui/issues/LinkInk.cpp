@@ -1,0 +1,111 @@
+#include "ui/issues/LinkInk.h"
+
+#include "ui/issues/LinkPaths.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Vesk
+{
+namespace
+{
+
+using IssueLinkCurves::Stroke;
+using IssueLinkCurves::Tone;
+
+constexpr int profileRows = 16;
+constexpr int bandRows = profileRows + 2; // nothing above and below, so that neighbours do not shine through
+constexpr int tones = 3;
+constexpr int strokes = 4; // open or resolved, focused or not
+constexpr int bandsOfStroke = 2;
+
+Stroke strokeAt(int number)
+{
+    IssueGraph::Link link;
+    link.resolved = number % 2 == 1;
+    return IssueLinkCurves::stroke(link, number / 2 == 1);
+}
+
+int bandOf(Tone tone, const Stroke &stroke, bool dashes)
+{
+    int number = 0;
+    while (number < strokes - 1 && !(strokeAt(number) == stroke)) {
+        ++number;
+    }
+    return (static_cast<int>(tone) * strokes + number) * bandsOfStroke + (dashes ? 1 : 0);
+}
+
+/** A line thinner than a pixel is drawn a pixel wide, and fainter. */
+double drawnHalfWidth(const Stroke &stroke, double pixel)
+{
+    return std::max(stroke.width, pixel) / 2;
+}
+
+} // namespace
+
+LinkInk::LinkInk(const LinkColors &colors, double pixel)
+    : m_pixel(pixel)
+{
+    constexpr double columnsPerPixel = 2;
+    constexpr int mostColumns = 512;
+    const int columns =
+        std::clamp(static_cast<int>(std::ceil(period() / pixel * columnsPerPixel)), 4, mostColumns);
+    m_image =
+        QImage(columns, tones * strokes * bandsOfStroke * bandRows, QImage::Format_ARGB32_Premultiplied);
+    m_image.fill(Qt::transparent);
+    for (int tone = 0; tone < tones; ++tone) {
+        for (int number = 0; number < strokes; ++number) {
+            const Stroke stroke = strokeAt(number);
+            const QColor &color = colors.at(static_cast<size_t>(tone));
+            drawBand(bandOf(static_cast<Tone>(tone), stroke, false), color, stroke, false);
+            drawBand(bandOf(static_cast<Tone>(tone), stroke, true), color, stroke, true);
+        }
+    }
+}
+
+void LinkInk::drawBand(int band, const QColor &color, const Stroke &asked, bool wantsDashes)
+{
+    const Stroke stroke =
+        strokeAtScale({.width = asked.width, .opacity = asked.opacity, .dashed = wantsDashes}, m_pixel);
+    const double halfWidth = drawnHalfWidth(stroke, m_pixel);
+    const double opacity = stroke.opacity * stroke.width / (2 * halfWidth) * color.alphaF();
+    for (int row = 0; row < profileRows; ++row) {
+        const double across = ((row + 0.5) / profileRows * 2 - 1) * reach(stroke);
+        auto *const pixels = reinterpret_cast<QRgb *>(m_image.scanLine(band * bandRows + 1 + row));
+        for (int column = 0; column < m_image.width(); ++column) {
+            const double along = (column + 0.5) / m_image.width() * period();
+            // Dashes end round: what counts is the distance from the middle line of the nearest one.
+            const double beside = stroke.dashed && along > IssueLinkCurves::dashOn
+                ? std::min(along - IssueLinkCurves::dashOn, period() - along)
+                : 0;
+            const double cover =
+                std::clamp((halfWidth - std::hypot(beside, across)) / m_pixel + 0.5, 0.0, 1.0);
+            pixels[column] = qPremultiply(qRgba(color.red(), color.green(), color.blue(),
+                                                static_cast<int>(std::lround(cover * opacity * 255))));
+        }
+    }
+}
+
+double LinkInk::reach(const Stroke &stroke) const
+{
+    return drawnHalfWidth(stroke, m_pixel) + m_pixel / 2;
+}
+
+LinkInk::Band LinkInk::band(int number) const
+{
+    const auto height = static_cast<float>(m_image.height());
+    const auto top = static_cast<float>(number * bandRows + 1);
+    return {.top = top / height, .bottom = (top + profileRows) / height};
+}
+
+LinkInk::Band LinkInk::solid(Tone tone, const Stroke &stroke) const
+{
+    return band(bandOf(tone, stroke, false));
+}
+
+LinkInk::Band LinkInk::dashed(Tone tone, const Stroke &stroke) const
+{
+    return band(bandOf(tone, stroke, true));
+}
+
+} // namespace Vesk

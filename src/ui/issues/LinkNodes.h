@@ -1,0 +1,62 @@
+// The links of a graph in the scene: as triangles where there is a graphics processor, else by a painter.
+#pragma once
+
+#include "ui/issues/LinkInk.h"
+#include "ui/issues/LinkPaths.h"
+
+#include <QRectF>
+#include <QSGGeometryNode>
+#include <QSGRenderNode>
+#include <QSGTexture>
+#include <QSGTextureMaterial>
+
+#include <memory>
+#include <vector>
+
+class QPainter;
+class QQuickWindow;
+
+namespace Vesk
+{
+
+/** Triangles that are made once and then moved and scaled with the item. */
+class LinkMeshNode : public QSGGeometryNode
+{
+public:
+    LinkMeshNode();
+
+    void setDrawing(const LinkDrawing &drawing, const LinkInk &ink, QQuickWindow &window);
+
+private:
+    QSGGeometry m_geometry;
+    QSGTextureMaterial m_material;
+    std::unique_ptr<QSGTexture> m_texture;
+};
+
+/** Draws what the part of the window to be drawn anew holds. For the software renderer, which knows no
+ * triangles. */
+class LinkPainterNode : public QSGRenderNode
+{
+public:
+    LinkPainterNode(QQuickWindow &window, QRectF bounds);
+
+    void setDrawing(std::shared_ptr<const LinkDrawing> drawing, const LinkColors &colors, QRectF bounds);
+
+    void render(const RenderState *state) override;
+    [[nodiscard]] StateFlags changedStates() const override { return {}; }
+    [[nodiscard]] RenderingFlags flags() const override { return BoundedRectRendering; }
+    [[nodiscard]] QRectF rect() const override { return m_bounds; }
+
+private:
+    QQuickWindow &m_window;
+    QRectF m_bounds;
+    std::shared_ptr<const LinkDrawing> m_drawing;
+    LinkColors m_colors;
+};
+
+/** Draws the lines that may be seen in `area`, in points of the layout. Returns how many points they have
+ * there. */
+qsizetype paintLinks(QPainter &painter, const LinkDrawing &drawing, const LinkColors &colors,
+                     const QRectF &area);
+
+} // namespace Vesk

@@ -1,0 +1,59 @@
+// The links of a graph as lines of short straight pieces, which is what any surface draws in the end.
+#pragma once
+
+#include "issues/IssueLinkCurves.h"
+
+#include <QList>
+#include <QPointF>
+#include <QRectF>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <vector>
+
+namespace Vesk
+{
+
+/** One link. Lengths in the layout's points. */
+struct LinkPath {
+    std::vector<QPointF> points;
+    std::vector<double> lengths; ///< from the start to each point
+    std::array<QPointF, 3> arrow;
+    QRectF bounds; ///< with its width and arrow
+    IssueLinkCurves::Tone tone = IssueLinkCurves::Tone::Open;
+
+    [[nodiscard]] QRectF arrowBounds() const
+    {
+        return {QPointF(std::min(arrow[0].x(), arrow[1].x()), arrow[1].y()),
+                QPointF(std::max(arrow[0].x(), arrow[1].x()), arrow[2].y())};
+    }
+};
+
+/** All that is to be drawn of a layout, in the order of drawing. */
+struct LinkDrawing {
+    struct Line {
+        size_t path = 0;
+        IssueLinkCurves::Stroke stroke {};
+    };
+
+    std::shared_ptr<const std::vector<LinkPath>> paths; ///< one for each link
+    std::vector<Line> lines;
+
+    [[nodiscard]] const LinkPath &path(const Line &line) const { return (*paths)[line.path]; }
+};
+
+/** The stroke as it is drawn where a pixel of the screen is `pixel` points wide: dashes closer to each other
+   than pixels are a fainter line. */
+[[nodiscard]] IssueLinkCurves::Stroke strokeAtScale(const IssueLinkCurves::Stroke &stroke, double pixel);
+
+/** No point of the curve is further than `tolerance` from the path. */
+[[nodiscard]] LinkPath linkPath(const IssueGraph::Link &link, double tolerance);
+
+/** Of all links, close enough for the largest zoom. */
+[[nodiscard]] std::vector<LinkPath> linkPaths(const QList<IssueGraph::Link> &links);
+
+/** Where all of them lie with their widths and arrows: links that lead back bulge out of the layout. */
+[[nodiscard]] QRectF boundsOf(const std::vector<LinkPath> &paths);
+
+} // namespace Vesk
