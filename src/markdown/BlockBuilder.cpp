@@ -182,8 +182,10 @@ void BlockBuilder::beginItem(const MD_BLOCK_LI_DETAIL &detail)
     m_item = std::exchange(m_leaf, std::nullopt);
     m_item->marker = list.ordered ? Marker::Number : Marker::Bullet;
     m_item->number = list.ordered ? list.next++ : 0;
-    if (detail.is_task != 0)
+    if (detail.is_task != 0) {
         m_item->marker = detail.task_mark == ' ' ? Marker::TaskOpen : Marker::TaskDone;
+        m_item->taskAt = static_cast<qsizetype>(detail.task_mark_offset); // in bytes so far
+    }
 }
 
 // An item that begins with something else than text, or with nothing, still shows its marker.

@@ -84,4 +84,27 @@ QString WidenedRows::original(const char *chars, qsizetype size) const
     return QString::fromUtf8(text);
 }
 
+std::vector<qsizetype> WidenedRows::positions(const std::vector<qsizetype> &places) const
+{
+    std::vector<qsizetype> found;
+    found.reserve(places.size());
+    auto added = m_added.begin();
+    qsizetype at = 0;
+    qsizetype position = 0;
+    for (const qsizetype place : places) {
+        for (; at < place; ++at) {
+            if (added != m_added.end() && *added == at) {
+                ++added;
+                continue;
+            }
+            const auto byte = static_cast<unsigned char>(m_bytes[at]);
+            const bool continuation = (byte & 0xC0) == 0x80;
+            constexpr unsigned char firstOfFour = 0xF0;
+            position += continuation ? 0 : byte >= firstOfFour ? 2 : 1;
+        }
+        found.push_back(position);
+    }
+    return found;
+}
+
 } // namespace Vesk

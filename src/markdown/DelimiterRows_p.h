@@ -25,6 +25,9 @@ public:
     /** What was written where the parser found `size` bytes at `chars`. */
     [[nodiscard]] QString original(const char *chars, qsizetype size) const;
 
+    /** The places in the text of these places in bytes(), which are ascending. */
+    [[nodiscard]] std::vector<qsizetype> positions(const std::vector<qsizetype> &places) const;
+
 private:
     void append(QByteArrayView line);
     void widen(QByteArrayView line);

@@ -54,6 +54,7 @@ public:
     int quoteDepth = 0;           ///< quotes around the block
     int listDepth = 0;            ///< lists around the block
     int number = 0;               ///< of a ListItem with Marker::Number
+    qsizetype taskAt = -1;        ///< of a task: where in the text the sign between its brackets stands
     bool continues = false;       ///< goes on with the words of the block above, which were too many for one
     bool tight = true;            ///< in a list without blank lines between its items
     QString html;

@@ -79,7 +79,20 @@ std::optional<MarkdownBlocks> parseAll(QStringView text)
     const QByteArray &bytes = state.rows.bytes();
     if (md_parse(bytes.constData(), static_cast<MD_SIZE>(bytes.size()), &parser, &state) != 0)
         return std::nullopt;
-    return state.blocks.take();
+    MarkdownBlocks result = state.blocks.take();
+    std::vector<qsizetype> places;
+    for (const MarkdownBlock &block : result.blocks) {
+        if (block.taskAt >= 0)
+            places.push_back(block.taskAt);
+    }
+    auto position = [positions = state.rows.positions(places), next = 0U]() mutable {
+        return positions[next++];
+    };
+    for (MarkdownBlock &block : result.blocks) {
+        if (block.taskAt >= 0)
+            block.taskAt = position();
+    }
+    return result;
 }
 
 QStringView readPart(const QString &text)

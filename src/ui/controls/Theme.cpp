@@ -116,6 +116,12 @@ QColor Theme::modeColor(int mode) const
     return colors().modes.value(mode, colors().text2);
 }
 
+QColor Theme::statusColor(int kind) const
+{
+    follow(u"dark"_s);
+    return colors().statuses.value(kind, colors().text3);
+}
+
 QColor Theme::lane(int n) const
 {
     follow(u"dark"_s);

@@ -84,6 +84,7 @@ class Theme : public QObject
     Q_PROPERTY(QFont codeBold READ codeBold NOTIFY scaleChanged FINAL)
     Q_PROPERTY(QFont codeSmall READ codeSmall NOTIFY scaleChanged FINAL)
     Q_PROPERTY(QFont codeSmallBold READ codeSmallBold NOTIFY scaleChanged FINAL)
+    Q_PROPERTY(QFont codeEditor READ codeEditor NOTIFY scaleChanged FINAL)
     Q_PROPERTY(qreal pageTitleLine READ pageTitleLine NOTIFY scaleChanged FINAL)
     Q_PROPERTY(qreal issueTitleLine READ issueTitleLine NOTIFY scaleChanged FINAL)
     Q_PROPERTY(qreal sectionLine READ sectionLine NOTIFY scaleChanged FINAL)
@@ -180,6 +181,7 @@ public:
     [[nodiscard]] QFont metaBold() const { return m_fonts.metaBold; }
     [[nodiscard]] QFont code() const { return m_fonts.code; }
     [[nodiscard]] QFont codeBold() const { return m_fonts.codeBold; }
+    [[nodiscard]] QFont codeEditor() const { return m_fonts.codeEditor; }
     [[nodiscard]] QFont codeSmall() const { return m_fonts.codeSmall; }
     [[nodiscard]] QFont codeSmallBold() const { return m_fonts.codeSmallBold; }
 
@@ -205,6 +207,8 @@ public:
     Q_INVOKABLE [[nodiscard]] int px(qreal pixels) const;
     /** The colour of a permission mode, by its number in AgentPermissionMode. */
     Q_INVOKABLE [[nodiscard]] QColor modeColor(int mode) const;
+    /** The colour of an issue's status, by its number in IssueStatus::Kind. */
+    Q_INVOKABLE [[nodiscard]] QColor statusColor(int kind) const;
     /** The colour of the n-th lane; the eight repeat. */
     Q_INVOKABLE [[nodiscard]] QColor lane(int n) const;
     /** The colour of a gauge that stands at `percent`; `reset` says that its window has begun anew since. */

@@ -72,6 +72,10 @@ constexpr std::array tokens {
 
 constexpr std::array<QRgb, 6> darkModes {0x6CC1E8, 0xAEB6C4, 0x63C5B5, 0x6CC794, 0xC79BF2, 0xFF8585};
 constexpr std::array<QRgb, 6> lightModes {0x14688F, 0x475061, 0x0F6E64, 0x1B7443, 0x7B3FB3, 0xBC2A35};
+constexpr std::array<QRgb, 8> darkStatuses {0xA3ADBD, 0x93A8FF, 0xFF8585, 0xC79BF2,
+                                            0x6CC794, 0x9BA4B4, 0x6CC1E8, 0x9BA4B4};
+constexpr std::array<QRgb, 8> lightStatuses {0x566072, 0x3F53C9, 0xBC2A35, 0x7B3FB3,
+                                             0x1B7443, 0x586274, 0x14688F, 0x586274};
 constexpr std::array<QRgb, 8> darkLanes {0x61A3E6, 0xE0AF3B, 0xC93F76, 0x59D6FA,
                                          0xC48139, 0xBEEDBE, 0x6A6BD6, 0xF7E04F};
 constexpr std::array<QRgb, 8> lightLanes {0x33278D, 0x966B27, 0x4F314C, 0x477E88,
@@ -97,6 +101,7 @@ ThemeColors colorsOf(bool dark)
     c.shadow = QColor(0, 0, 0, dark ? 115 : 41);
     c.scrim = QColor(0, 0, 0, 128);
     c.modes = dark ? colors(darkModes) : colors(lightModes);
+    c.statuses = dark ? colors(darkStatuses) : colors(lightStatuses);
     c.lanes = dark ? colors(darkLanes) : colors(lightLanes);
     return c;
 }
@@ -162,6 +167,7 @@ ThemeFonts themeFonts(qreal scale)
     f.metaBold = textFont(11, scale, QFont::Bold);
     f.code = codeFont(12.5, scale);
     f.codeBold = codeFont(12.5, scale, QFont::Bold);
+    f.codeEditor = codeFont(13, scale);
     f.codeSmall = codeFont(12, scale);
     f.codeSmallBold = codeFont(12, scale, QFont::Bold);
     return f;

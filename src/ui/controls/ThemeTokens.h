@@ -21,6 +21,8 @@ struct ThemeColors {
     QColor shadow, scrim;
     /** In the order of AgentPermissionMode. */
     QList<QColor> modes;
+    /** In the order of IssueStatus::Kind. */
+    QList<QColor> statuses;
     /** Eight colours whose neighbours stay apart for every kind of sight. */
     QList<QColor> lanes;
 };
@@ -32,7 +34,7 @@ struct ThemeColors {
 struct ThemeFonts {
     QFont pageTitle, issueTitle, section, reading, readingBold, ui, uiBold, secondary, secondaryBold, meta,
         metaBold;
-    QFont code, codeBold, codeSmall, codeSmallBold;
+    QFont code, codeBold, codeSmall, codeSmallBold, codeEditor;
 };
 
 /** The fonts at `scale` (1 is the plain size); needs a QGuiApplication. */

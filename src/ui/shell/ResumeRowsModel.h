@@ -2,7 +2,7 @@
 #pragma once
 
 #include "sessions/ClaudeSessionHistory.h"
-#include "ui/shell/KeyedRowsModel.h"
+#include "ui/controls/KeyedRowsModel.h"
 
 #include <QDateTime>
 #include <QHash>

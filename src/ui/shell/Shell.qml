@@ -175,6 +175,7 @@ FocusScope {
 
     SheetHost {
         id: sheets
+        folder: Qt.resolvedUrl("./")
         onClosedByUser: {
             if (!resumePanel.takeFocusBack())
                 pane.focusBody()

@@ -1,7 +1,7 @@
 // The lists of the main window: tabs, sidebar, "내 차례".
 #pragma once
 
-#include "ui/shell/KeyedRowsModel.h"
+#include "ui/controls/KeyedRowsModel.h"
 #include "ui/shell/SessionRoster.h"
 
 #include <QRectF>

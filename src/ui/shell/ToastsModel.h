@@ -2,7 +2,7 @@
 #pragma once
 
 #include "ui/shell/AttentionPlan.h"
-#include "ui/shell/KeyedRowsModel.h"
+#include "ui/controls/KeyedRowsModel.h"
 
 #include <QtQml/qqmlregistration.h>
 

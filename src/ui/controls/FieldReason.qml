@@ -1,6 +1,5 @@
 import QtQuick
 import Vesk.Controls
-import Vesk.Shell
 
 // Why what stands in a field cannot be used, below it; without a reason it takes no room.
 Label {

@@ -1,4 +1,4 @@
-#include "ui/shell/KeyedRowsModel.h"
+#include "ui/controls/KeyedRowsModel.h"
 
 namespace Vesk
 {

@@ -1,6 +1,5 @@
 import QtQuick
 import Vesk.Controls
-import Vesk.Shell
 
 // The word above a field of a form.
 Label {

@@ -1,10 +1,12 @@
 import QtQuick
 import Vesk.Controls
-import Vesk.Shell
 
 // Holds the one sheet that is open. A sheet's file is not even read before it is needed.
 Item {
     id: host
+
+    // Where the sheets' files lie.
+    required property url folder
 
     readonly property bool shown: loader.item !== null
 
@@ -12,7 +14,7 @@ Item {
 
     function open(name: string, properties: var): void {
         if (!shown)
-            loader.setSource(name + ".qml", properties)
+            loader.setSource(folder + name + ".qml", properties)
     }
     // For what cannot be put off: an open sheet goes, and what was typed there with it.
     function openInPlace(name: string, properties: var): void {

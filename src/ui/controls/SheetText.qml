@@ -1,6 +1,5 @@
 import QtQuick
 import Vesk.Controls
-import Vesk.Shell
 
 // A paragraph in a sheet.
 Label {
