@@ -112,6 +112,11 @@ Scenario &Scenario::pause(int ms)
     return step({{u"pause_ms"_s, ms}});
 }
 
+Scenario &Scenario::waitForFile(const QString &path)
+{
+    return step({{u"wait_for_file"_s, path}});
+}
+
 Scenario &Scenario::expect(const QJsonObject &pattern, const QJsonObject &names)
 {
     return step({{u"expect"_s, pattern}, {u"save"_s, names}});

@@ -38,6 +38,7 @@ public:
     Scenario &writeText(const QString &line);
     Scenario &raw(const QByteArray &bytes, const QList<int> &cuts = {}, int pauseMs = 5);
     Scenario &pause(int ms);
+    Scenario &waitForFile(const QString &path); ///< works on until this file exists
     /** Waits for a line with these keys; `names` keeps values of it by their dotted paths. */
     Scenario &expect(const QJsonObject &pattern, const QJsonObject &names = {});
     Scenario &onInterrupt(const Scenario &steps);

@@ -45,6 +45,7 @@ private:
     Flow write(const QJsonValue &argument, const QJsonObject &step);
     Flow raw(const QJsonValue &argument, const QJsonObject &step);
     Flow pauseMs(const QJsonValue &argument, const QJsonObject &step);
+    Flow waitForFile(const QJsonValue &argument, const QJsonObject &step);
     Flow expect(const QJsonValue &argument, const QJsonObject &step);
     Flow choose(const QJsonValue &argument, const QJsonObject &step);
     Flow repeat(const QJsonValue &argument, const QJsonObject &step);

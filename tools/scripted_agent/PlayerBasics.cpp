@@ -1,5 +1,7 @@
 #include "Player.h"
 
+#include <QFile>
+
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +18,7 @@ const QHash<QString, Player::Verb> &Player::verbs()
         {u"write"_s, &Player::write},
         {u"raw"_s, &Player::raw},
         {u"pause_ms"_s, &Player::pauseMs},
+        {u"wait_for_file"_s, &Player::waitForFile},
         {u"expect"_s, &Player::expect},
         {u"choose"_s, &Player::choose},
         {u"repeat"_s, &Player::repeat},
@@ -176,6 +179,19 @@ Player::Flow Player::raw(const QJsonValue &argument, const QJsonObject &step)
 Player::Flow Player::pauseMs(const QJsonValue &argument, const QJsonObject &)
 {
     return pause(milliseconds(argument.toInteger()));
+}
+
+Player::Flow Player::waitForFile(const QJsonValue &argument, const QJsonObject &)
+{
+    const QString path = filledIn(argument, m_names).toString();
+    while (!QFile::exists(path)) {
+        if (m_input.ended())
+            return Flow::InputEnded;
+        const Flow flow = pause(milliseconds(10));
+        if (flow != Flow::Go)
+            return flow;
+    }
+    return Flow::Go;
 }
 
 Player::Flow Player::expect(const QJsonValue &argument, const QJsonObject &step)
