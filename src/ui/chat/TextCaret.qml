@@ -13,7 +13,8 @@ Item {
 
     StreamCaret {
         parent: caret.edit ?? caret
-        visible: caret.edit !== null
+        // It stands in the text itself, which stays when this is no longer wanted.
+        visible: caret.visible && caret.edit !== null
         x: Math.min(caret.end.x + 2, (caret.edit?.width ?? 0) - 7)
         y: Math.round(caret.end.y + (caret.end.height - 16) / 2)
     }
