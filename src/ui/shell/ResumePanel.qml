@@ -12,7 +12,10 @@ FocusScope {
 
     signal closeRequested()
 
-    function focusField(): void { field.forceActiveFocus() }
+    function focusField(): void {
+        field.forceActiveFocus()
+        field.selectAll()
+    }
     function focusList(): void { list.forceActiveFocus() }
     function resumeCurrent(): void { view.resume(view.rows.keyAt(list.currentIndex)) }
 
@@ -88,6 +91,11 @@ FocusScope {
         highlightMoveDuration: 0
         highlightResizeDuration: 0
         model: panel.view.rows
+        // Rows come while somebody types already.
+        onCountChanged: {
+            if (count > 0 && currentIndex < 0)
+                currentIndex = 0
+        }
         Accessible.role: Accessible.List
         Accessible.name: panel.view.alias + "의 지난 대화"
 
