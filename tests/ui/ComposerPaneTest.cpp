@@ -4,6 +4,7 @@
 #include "ui/ChatStage.h"
 #include "ui/controls/InstallUi.h"
 #include "ui/controls/Theme.h"
+#include "ui/Theatre.h"
 
 #include <QClipboard>
 #include <QDir>
@@ -245,20 +246,7 @@ private:
         event.setCommitString(commit);
         QCoreApplication::sendEvent(m_editor, &event);
     }
-    bool drop(const QMimeData &data)
-    {
-        const QPoint at(300, 60);
-        QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(m_window.get(), &enter);
-        if (!enter.isAccepted()) {
-            QDragLeaveEvent leave;
-            QCoreApplication::sendEvent(m_window.get(), &leave);
-            return false;
-        }
-        QDropEvent event(at, Qt::CopyAction, &data, Qt::LeftButton, {});
-        QCoreApplication::sendEvent(m_window.get(), &event);
-        return event.isAccepted();
-    }
+    bool drop(const QMimeData &data) { return Test::drop(*m_window, data, {300, 60}); }
     void save(const QString &name)
     {
         const auto folder = qEnvironmentVariable("VESK_SHOTS");

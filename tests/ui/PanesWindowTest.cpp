@@ -31,46 +31,10 @@ void openSessions(ShellStage &stage, int count)
     }
 }
 
-/** "0 1*|>2*": the panes in reading order, what each shows, and which has the focus. */
-QString seen(Workspace &workspace)
+/** As in "0 1*|>2*". */
+QString seen(const Theatre &theatre)
 {
-    QStringList panes;
-    for (int row = 0; row < workspace.panes()->rowCount(); ++row) {
-        const QModelIndex index = workspace.panes()->index(row);
-        const auto *tabs = index.data(Panes::TabsRole).value<PaneTabs *>();
-        QStringList titles;
-        for (int tab = 0; tab < tabs->rowCount(); ++tab) {
-            titles.append(tabs->index(tab).data().toString().mid(2)
-                          + (tab == index.data(Panes::ShownIndexRole) ? u"*"_s : u""_s));
-        }
-        panes.append((index.data(Panes::FocusedRole).toBool() ? u">"_s : u""_s) + titles.join(u' '));
-    }
-    return panes.join(u'|');
-}
-
-QQuickItem *timelineOf(const Theatre &theatre)
-{
-    return Test::findItem(theatre.window()->contentItem(),
-                          [](const QQuickItem &item) { return item.objectName() == u"timelineRows"_s; });
-}
-
-/** The composer that has the keyboard; null when it is elsewhere. */
-QQuickItem *composer(const Theatre &theatre)
-{
-    QQuickItem *item = theatre.window()->activeFocusItem();
-    return item && item->objectName() == u"composerText"_s ? item : nullptr;
-}
-
-QPoint centreOf(const QQuickItem *item)
-{
-    return item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
-}
-
-QPoint inPane(Workspace &workspace, int row, double x, double y)
-{
-    const double left = 257; // the sidebar and its line
-    const QRectF rect = workspace.panes()->index(row).data(Panes::PlaceRole).toRectF();
-    return QPointF(left + rect.left() + x * rect.width(), rect.top() + y * rect.height()).toPoint();
+    return theatre.panes().remove(u"일 "_s);
 }
 
 } // namespace
@@ -117,9 +81,9 @@ private Q_SLOTS:
         };
         for (const auto &step : steps) {
             theatre.press(step.key, step.modifiers);
-            QCOMPARE(seen(workspace), step.wanted);
+            QCOMPARE(seen(theatre), step.wanted);
         }
-        QTRY_VERIFY(composer(theatre));
+        QTRY_VERIFY(theatre.composer());
         theatre.press(Qt::Key_N, ctrl);
         QCOMPARE(workspace.panes()->count(), 2);
         QCOMPARE(workspace.currentIndex(), 2);
@@ -140,9 +104,9 @@ private Q_SLOTS:
         ShellStage::finish(chat, u"줄\n\n"_s.repeated(200));
         const Theatre theatre(stage);
         Workspace &workspace = theatre.workspace();
-        QTRY_VERIFY(composer(theatre));
-        QQuickItem *const editor = composer(theatre);
-        QQuickItem *const timeline = timelineOf(theatre);
+        QTRY_VERIFY(theatre.composer());
+        QQuickItem *const editor = theatre.composer();
+        QQuickItem *const timeline = theatre.withName(u"timelineRows"_s);
         theatre.type(u"half a thought"_s);
         QTRY_VERIFY(timeline->property("visibleSize").toDouble() < 1);
         QMetaObject::invokeMethod(timeline, "scrollToStart");
@@ -151,13 +115,13 @@ private Q_SLOTS:
         theatre.press(Qt::Key_Backslash, ctrl);
         theatre.press(Qt::Key_Left, altShift);
         theatre.press(Qt::Key_Down, altShift);
-        QCOMPARE(seen(workspace), u"1*|>0*"_s);
-        QTRY_COMPARE(composer(theatre), editor);
+        QCOMPARE(seen(theatre), u"1*|>0*"_s);
+        QTRY_COMPARE(theatre.composer(), editor);
         QCOMPARE(editor->property("text").toString(), u"half a thought"_s);
         QVERIFY(!timeline->property("stickToBottom").toBool());
         QCOMPARE(timeline->property("visibleStart").toDouble(), 0.0);
         theatre.press(Qt::Key_Up, Qt::AltModifier);
-        QTRY_VERIFY(composer(theatre) && composer(theatre) != editor);
+        QTRY_VERIFY(theatre.composer() && theatre.composer() != editor);
         // Looking at it is enough: both panes are in view.
         QTRY_COMPARE(sessionState(workspace.roster().find(&chat)->facts()), SessionState::Idle);
         QCOMPARE(theatre.warnings(), QStringList());
@@ -168,17 +132,16 @@ private Q_SLOTS:
         ShellStage stage;
         openSessions(stage, 2);
         const Theatre theatre(stage);
-        Workspace &workspace = theatre.workspace();
         theatre.press(Qt::Key_Backslash, ctrl);
-        QCOMPARE(seen(workspace), u"1*|>0*"_s);
-        QTRY_VERIFY(composer(theatre));
-        const QQuickItem *const right = composer(theatre);
-        QTest::mouseClick(theatre.window(), Qt::LeftButton, {}, inPane(workspace, 0, 0.5, 0.4));
-        QTRY_COMPARE(seen(workspace), u">1*|0*"_s);
-        QTRY_VERIFY(composer(theatre) && composer(theatre) != right);
-        QTest::mouseClick(theatre.window(), Qt::LeftButton, {}, centreOf(right));
-        QTRY_COMPARE(seen(workspace), u"1*|>0*"_s);
-        QTRY_COMPARE(composer(theatre), right);
+        QCOMPARE(seen(theatre), u"1*|>0*"_s);
+        QTRY_VERIFY(theatre.composer());
+        const QQuickItem *const right = theatre.composer();
+        QTest::mouseClick(theatre.window(), Qt::LeftButton, {}, theatre.inPane(0, 0.5, 0.4));
+        QTRY_COMPARE(seen(theatre), u">1*|0*"_s);
+        QTRY_VERIFY(theatre.composer() && theatre.composer() != right);
+        QTest::mouseClick(theatre.window(), Qt::LeftButton, {}, Test::centreOf(*right));
+        QTRY_COMPARE(seen(theatre), u"1*|>0*"_s);
+        QTRY_COMPARE(theatre.composer(), right);
         QCOMPARE(theatre.warnings(), QStringList());
     }
 
@@ -189,34 +152,30 @@ private Q_SLOTS:
         const Theatre theatre(stage);
         Workspace &workspace = theatre.workspace();
         const auto tab = [&theatre](int number) {
-            theatre.window()->grabWindow(); // lays the tabs out
-            return centreOf(Test::findItem(theatre.window()->contentItem(), [number](const QQuickItem &item) {
-                return item.property("title") == u"일 %1"_s.arg(number)
-                    && item.property("accented").isValid();
-            }));
+            return Test::centreOf(*theatre.tab(u"일 %1"_s.arg(number)));
         };
-        theatre.drag(tab(1), inPane(workspace, 0, 0.95, 0.5), false);
+        theatre.drag(tab(1), theatre.inPane(0, 0.95, 0.5), false);
         QVERIFY(workspace.tabDrag()->active());
         theatre.picture(u"drag-edge"_s);
         theatre.press(Qt::Key_Escape);
         QVERIFY(!workspace.tabDrag()->active());
-        QTest::mouseRelease(theatre.window(), Qt::LeftButton, {}, inPane(workspace, 0, 0.95, 0.5));
+        QTest::mouseRelease(theatre.window(), Qt::LeftButton, {}, theatre.inPane(0, 0.95, 0.5));
         QTest::qWait(20);
-        QCOMPARE(seen(workspace), u">0* 1 2 3"_s);
+        QCOMPARE(seen(theatre), u">0* 1 2 3"_s);
 
-        theatre.drag(tab(1), inPane(workspace, 0, 0.95, 0.5));
-        QTRY_COMPARE(seen(workspace), u"0* 2 3|>1*"_s);
+        theatre.drag(tab(1), theatre.inPane(0, 0.95, 0.5));
+        QTRY_COMPARE(seen(theatre), u"0* 2 3|>1*"_s);
         theatre.drag(tab(0), tab(1) + QPoint(-10, 0), false);
         QCOMPARE(workspace.tabDrag()->mark().width(), 2);
         theatre.picture(u"drag-strip"_s);
         QTest::mouseRelease(theatre.window(), Qt::LeftButton, {}, tab(1) + QPoint(-10, 0));
-        QTRY_COMPARE(seen(workspace), u"2* 3|>0* 1"_s);
+        QTRY_COMPARE(seen(theatre), u"2* 3|>0* 1"_s);
         theatre.drag(tab(3), tab(2) - QPoint(20, 0)); // along its own strip
-        QTRY_COMPARE(seen(workspace), u">3* 2|0* 1"_s);
-        theatre.drag(tab(2), inPane(workspace, 1, 0.5, 0.5));
-        QTRY_COMPARE(seen(workspace), u"3*|>0 1 2*"_s);
-        theatre.drag(tab(3), inPane(workspace, 1, 0.5, 0.5)); // the last one takes its pane along
-        QTRY_COMPARE(seen(workspace), u">0 1 2 3*"_s);
+        QTRY_COMPARE(seen(theatre), u">3* 2|0* 1"_s);
+        theatre.drag(tab(2), theatre.inPane(1, 0.5, 0.5));
+        QTRY_COMPARE(seen(theatre), u"3*|>0 1 2*"_s);
+        theatre.drag(tab(3), theatre.inPane(1, 0.5, 0.5)); // the last one takes its pane along
+        QTRY_COMPARE(seen(theatre), u">0 1 2 3*"_s);
         QCOMPARE(theatre.warnings(), QStringList());
     }
 
@@ -231,11 +190,11 @@ private Q_SLOTS:
             return workspace.panes()->index(0).data(Panes::PlaceRole).toRectF().width();
         };
         const double half = left();
-        theatre.drag(inPane(workspace, 1, 0, 0.5), inPane(workspace, 1, 0, 0.5) + QPoint(100, 0));
+        theatre.drag(theatre.inPane(1, 0, 0.5), theatre.inPane(1, 0, 0.5) + QPoint(100, 0));
         QVERIFY(std::abs(left() - half - 100) < 8);
-        theatre.drag(inPane(workspace, 1, 0, 0.5), inPane(workspace, 0, 0, 0.5));
+        theatre.drag(theatre.inPane(1, 0, 0.5), theatre.inPane(0, 0, 0.5));
         QCOMPARE(left(), leastPane.width());
-        QTest::mouseDClick(theatre.window(), Qt::LeftButton, {}, inPane(workspace, 1, 0, 0.5));
+        QTest::mouseDClick(theatre.window(), Qt::LeftButton, {}, theatre.inPane(1, 0, 0.5));
         QTRY_VERIFY(std::abs(left() - half) <= 1);
         QCOMPARE(theatre.warnings(), QStringList());
     }
@@ -245,11 +204,10 @@ private Q_SLOTS:
         ShellStage stage;
         openSessions(stage, 2);
         const Theatre theatre(stage);
-        Workspace &workspace = theatre.workspace();
         theatre.press(Qt::Key_F6, Qt::ShiftModifier);
         theatre.press(Qt::Key_Right);
-        QCOMPARE(seen(workspace), u">0 1*"_s);
-        QTRY_VERIFY(composer(theatre));
+        QCOMPARE(seen(theatre), u">0 1*"_s);
+        QTRY_VERIFY(theatre.composer());
         theatre.press(Qt::Key_F6, Qt::ShiftModifier);
         theatre.press(Qt::Key_Menu);
         QTRY_VERIFY(theatre.shows(u"탭을 왼쪽으로"_s));
@@ -258,15 +216,15 @@ private Q_SLOTS:
         theatre.press(Qt::Key_Down);
         theatre.press(Qt::Key_Down);
         theatre.press(Qt::Key_Return);
-        QTRY_COMPARE(seen(workspace), u"0*|>1*"_s);
+        QTRY_COMPARE(seen(theatre), u"0*|>1*"_s);
         QTRY_VERIFY(!theatre.shows(u"탭을 왼쪽으로"_s));
-        QTRY_VERIFY(composer(theatre));
+        QTRY_VERIFY(theatre.composer());
         theatre.press(Qt::Key_F6, Qt::ShiftModifier);
         theatre.press(Qt::Key_Menu);
         QTRY_VERIFY(theatre.shows(u"왼쪽 칸으로 옮기기"_s));
         theatre.picture(u"tab-menu-panes"_s);
         theatre.click(u"왼쪽 칸으로 옮기기"_s);
-        QTRY_COMPARE(seen(workspace), u">0 1*"_s);
+        QTRY_COMPARE(seen(theatre), u">0 1*"_s);
         QCOMPARE(theatre.warnings(), QStringList());
     }
 
@@ -284,7 +242,7 @@ private Q_SLOTS:
         }
         {
             const Theatre theatre(stage);
-            QCOMPARE(seen(theatre.workspace()), u"|>"_s);
+            QCOMPARE(seen(theatre), u"|>"_s);
             theatre.picture(u"panes-back"_s);
             theatre.press(Qt::Key_N, ctrl);
             QCOMPARE(theatre.workspace().panes()->count(), 2);

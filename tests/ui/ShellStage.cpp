@@ -15,34 +15,54 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-QString listeningProgram(const QString &path)
+void installListeningProgram(const QString &path)
 {
     QFile file(path);
     if (file.open(QIODevice::WriteOnly)) {
         file.write("#!/bin/sh\nwhile read -r line; do echo \"$line\" >>\"$0.heard\"; done\n");
         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
-    return path;
 }
 
 } // namespace
 
 ShellStage::ShellStage(Agent agent)
-    : m_auditLogger(std::make_unique<AuditLogger>(path(u"audit.log"_s)))
-    , m_preferences(std::make_unique<Preferences>(path(u"preferences.ini"_s)))
-    , m_locator(std::make_unique<ExecutableLocator>(
-          agent == Agent::Installed ? listeningProgram(path(u"claude"_s)) : QString()))
-    , m_runtime(std::make_unique<Runtime>(*m_auditLogger, *m_preferences,
+    : m_program(agent == Agent::Installed ? path(u"claude"_s) : QString())
+{
+    if (agent == Agent::Installed)
+        installListeningProgram(m_program);
+    build();
+}
+
+ShellStage::ShellStage(QString program)
+    : m_program(std::move(program))
+{
+    build();
+}
+
+ShellStage::~ShellStage() = default;
+
+void ShellStage::build()
+{
+    m_auditLogger = std::make_unique<AuditLogger>(path(u"audit.log"_s));
+    m_preferences = std::make_unique<Preferences>(path(u"preferences.ini"_s));
+    m_locator = std::make_unique<ExecutableLocator>(m_program);
+    m_runtime = std::make_unique<Runtime>(*m_auditLogger, *m_preferences,
                                           RuntimePaths {.catalog = path(u"projects.json"_s),
                                                         .writableSecrets = path(u"secrets.env"_s),
                                                         .candidateSecrets = {},
                                                         .drafts = path(u"drafts.json"_s),
                                                         .caches = path(u"caches"_s)},
-                                          *m_locator))
-{
+                                          *m_locator);
 }
 
-ShellStage::~ShellStage() = default;
+void ShellStage::restart()
+{
+    m_runtime->stop();
+    m_runtime.reset();
+    build();
+    m_runtime->start();
+}
 
 QByteArray ShellStage::heardByAgent() const
 {

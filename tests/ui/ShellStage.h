@@ -17,7 +17,12 @@ public:
     enum class Agent { Installed, Missing };
 
     explicit ShellStage(Agent agent = Agent::Installed);
+    /** Sessions that run this program instead; empty for none. */
+    explicit ShellStage(QString program);
     ~ShellStage();
+
+    /** Ends the runtime and builds it anew on the same files, as the next start of Vesk does. */
+    void restart();
 
     [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
     [[nodiscard]] Runtime &runtime() { return *m_runtime; }
@@ -40,7 +45,10 @@ public:
     static void say(ProjectChat &chat, const QJsonObject &line);
 
 private:
+    void build();
+
     QTemporaryDir m_folder;
+    QString m_program;
     std::unique_ptr<AuditLogger> m_auditLogger;
     std::unique_ptr<Preferences> m_preferences;
     std::unique_ptr<ExecutableLocator> m_locator;

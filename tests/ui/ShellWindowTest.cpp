@@ -214,11 +214,7 @@ private Q_SLOTS:
         const auto drop = [&theatre](const QString &path) {
             QMimeData data;
             data.setUrls({QUrl::fromLocalFile(path)});
-            const QPoint place(700, 450);
-            QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, {});
-            QCoreApplication::sendEvent(theatre.window(), &enter);
-            QDropEvent dropped(place, Qt::CopyAction, &data, Qt::LeftButton, {});
-            QCoreApplication::sendEvent(theatre.window(), &dropped);
+            Test::drop(*theatre.window(), data, {700, 450});
         };
         QFile file(stage.path(u"no-folder"_s));
         QVERIFY(file.open(QIODevice::WriteOnly));

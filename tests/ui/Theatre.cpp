@@ -5,6 +5,8 @@
 #include "ui/shell/Workspace.h"
 
 #include <QDir>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QtTest>
 
 namespace Vesk::Test
@@ -25,6 +27,25 @@ QQuickItem *findItem(QQuickItem *root, const std::function<bool(const QQuickItem
         }
     }
     return nullptr;
+}
+
+QPoint centreOf(const QQuickItem &item)
+{
+    return item.mapToScene({item.width() / 2, item.height() / 2}).toPoint();
+}
+
+bool drop(QQuickWindow &window, const QMimeData &data, const QPoint &at)
+{
+    QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&window, &enter);
+    if (!enter.isAccepted()) {
+        QDragLeaveEvent leave;
+        QCoreApplication::sendEvent(&window, &leave);
+        return false;
+    }
+    QDropEvent dropped(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&window, &dropped);
+    return dropped.isAccepted();
 }
 
 Theatre::Theatre(ShellStage &stage)
@@ -57,6 +78,58 @@ QQuickItem *Theatre::withText(const QString &text) const
                     [&text](const QQuickItem &item) { return item.property("text").toString() == text; });
 }
 
+QQuickItem *Theatre::withName(const QString &objectName) const
+{
+    return findItem(m_window->contentItem(),
+                    [&objectName](const QQuickItem &item) { return item.objectName() == objectName; });
+}
+
+QQuickItem *Theatre::tab(const QString &title) const
+{
+    m_window->grabWindow(); // lays the tabs out
+    return findItem(m_window->contentItem(), [&title](const QQuickItem &item) {
+        return item.property("title") == title && item.property("accented").isValid();
+    });
+}
+
+QQuickItem *Theatre::sidebarRow(const QString &title) const
+{
+    m_window->grabWindow();
+    return findItem(m_window->contentItem(), [&title](const QQuickItem &item) {
+        return item.property("title") == title && item.property("isProject").isValid();
+    });
+}
+
+QQuickItem *Theatre::composer() const
+{
+    QQuickItem *item = m_window->activeFocusItem();
+    return item && item->objectName() == u"composerText"_s ? item : nullptr;
+}
+
+QString Theatre::panes() const
+{
+    const Panes &all = *workspace().panes();
+    QStringList panes;
+    for (int row = 0; row < all.rowCount(); ++row) {
+        const QModelIndex index = all.index(row);
+        const auto *tabs = index.data(Panes::TabsRole).value<PaneTabs *>();
+        QStringList titles;
+        for (int tab = 0; tab < tabs->rowCount(); ++tab) {
+            titles.append(tabs->index(tab).data().toString()
+                          + (tab == index.data(Panes::ShownIndexRole) ? u"*"_s : u""_s));
+        }
+        panes.append((index.data(Panes::FocusedRole).toBool() ? u">"_s : u""_s) + titles.join(u' '));
+    }
+    return panes.join(u'|');
+}
+
+QPoint Theatre::inPane(int row, double x, double y) const
+{
+    const double left = 257; // the sidebar and its line
+    const QRectF rect = workspace().panes()->index(row).data(Panes::PlaceRole).toRectF();
+    return QPointF(left + rect.left() + x * rect.width(), rect.top() + y * rect.height()).toPoint();
+}
+
 void Theatre::press(int key, Qt::KeyboardModifiers modifiers) const
 {
     QTest::keyClick(m_window.get(), static_cast<Qt::Key>(key), modifiers);
@@ -77,6 +150,14 @@ void Theatre::click(const QString &text, Qt::MouseButton button) const
     m_window->grabWindow(); // what has just come is where the next frame lays it out
     const QPointF centre = item->mapToScene({item->width() / 2, item->height() / 2});
     QTest::mouseClick(m_window.get(), button, {}, centre.toPoint());
+    click(item, button);
+}
+
+void Theatre::click(const QQuickItem *item, Qt::MouseButton button) const
+{
+    QVERIFY(item);
+    m_window->grabWindow(); // lays it out
+    QTest::mouseClick(m_window.get(), button, {}, centreOf(*item));
     QCoreApplication::processEvents();
 }
 
