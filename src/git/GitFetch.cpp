@@ -3,6 +3,8 @@
 #include "base/Text.h"
 #include "git/GitFields_p.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <array>
 #include <limits>
@@ -43,19 +45,35 @@ GitProcess::CappedOutput readConfig(const GitSetting &setting, const QString &ro
     return output;
 }
 
-/** Pruning that the configuration asks for would go on without the option. */
-QList<GitEnvironment::Setting> noPruning(QByteArrayView names)
+/** What the names of the settings tell of the remotes. */
+struct RemoteSettings {
+    QStringList optionKeys {};                   ///< of remotes that git would take for options
+    QList<GitEnvironment::Setting> noPruning {}; ///< or what a configuration asks for would go on
+    bool areComplete = true; ///< none without an address: git would look for it, and for refspecs, elsewhere
+};
+
+RemoteSettings remotesOf(QByteArrayView names)
 {
-    QList<GitEnvironment::Setting> settings {{"fetch.prune", "false"}, {"fetch.pruneTags", "false"}};
+    RemoteSettings remotes {.noPruning = {{"fetch.prune", "false"}, {"fetch.pruneTags", "false"}}};
+    QHash<QByteArray, bool> hasAddress;
     GitFields fields(names, '\0');
     while (fields.next()) { // the scope
-        const auto name = fields.next();
-        if (!name || !name->startsWith("remote."))
+        const auto key = fields.next();
+        const qsizetype nameEnd = key ? key->lastIndexOf('.') : -1;
+        constexpr qsizetype nameStart = 7;
+        if (nameEnd < nameStart || !key->startsWith("remote."))
             continue;
-        if (name->endsWith(".prune") || name->endsWith(".prunetags"))
-            settings.append({name->toByteArray(), "false"});
+        const QByteArray name = key->sliced(nameStart, nameEnd - nameStart).toByteArray();
+        const QByteArrayView variable = key->sliced(nameEnd + 1);
+        hasAddress[name] |= variable == "url";
+        // With several remotes each is fetched by a call of its own, whose argument is the name as it is.
+        if (name.startsWith('-'))
+            remotes.optionKeys.append(QString::fromUtf8(*key).toLower());
+        if (variable == "prune" || variable == "prunetags")
+            remotes.noPruning.append({key->toByteArray(), "false"});
     }
-    return settings;
+    remotes.areComplete = !hasAddress.values().contains(false);
+    return remotes;
 }
 
 } // namespace
@@ -79,13 +97,15 @@ Outcome perform(const GitSetting &setting, const QString &root, bool hasRemote, 
                                    QStringLiteral("--name-only"), QStringLiteral("-z")});
     if (names.code != 0)
         return failed(QStringLiteral("저장소 설정을 읽지 못해 fetch하지 않았습니다"));
-    if (const QStringList keys = blockingKeys(names.out); !keys.isEmpty())
+    const RemoteSettings remotes = remotesOf(names.out);
+    if (const QStringList keys = blockingKeys(names.out) + remotes.optionKeys; !keys.isEmpty())
         return {.kind = Outcome::Kind::Blocked, .keys = keys};
 
     const auto refspecs = readConfig(
         setting, root,
         {QStringLiteral("-z"), QStringLiteral("--get-regexp"), QStringLiteral("^remote\\..*\\.fetch$")});
-    const bool prunes = refspecs.code < 2 && pruneIsSafe(refspecs.out); // 1: there are none
+    const bool prunes =
+        refspecs.code < 2 && pruneIsSafe(refspecs.out) && remotes.areComplete; // 1: there are none
 
     QStringList arguments {QStringLiteral("-c"),
                            QStringLiteral("core.hooksPath=/dev/null"),
@@ -98,7 +118,7 @@ Outcome perform(const GitSetting &setting, const QString &root, bool hasRemote, 
         arguments << QStringLiteral("--prune") << QStringLiteral("--no-prune-tags");
     GitSetting fetching = setting;
     fetching.environment = GitEnvironment::forFetch(
-        setting.environment, prunes ? QList<GitEnvironment::Setting>() : noPruning(names.out));
+        setting.environment, prunes ? QList<GitEnvironment::Setting>() : remotes.noPruning);
     GitProcess::Call call = fetching.call(arguments, root);
     call.timeout = limit;
     const auto output = GitProcess::run(call);
