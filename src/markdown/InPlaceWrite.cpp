@@ -53,20 +53,20 @@ std::optional<InPlaceRecord> decodeRecord(const QByteArray &bytes)
     return InPlaceRecord {bytes.mid(end + 1, before), bytes.mid(end + 1 + before)};
 }
 
-class OpenFile
+class WrittenFile
 {
 public:
-    explicit OpenFile(const QString &path)
+    explicit WrittenFile(const QString &path)
         : m_fd(::open(QFile::encodeName(path).constData(), O_WRONLY | O_CLOEXEC | O_NONBLOCK))
     {
     }
-    ~OpenFile()
+    ~WrittenFile()
     {
         if (m_fd >= 0)
             ::close(m_fd);
     }
-    OpenFile(const OpenFile &) = delete;
-    OpenFile &operator=(const OpenFile &) = delete;
+    WrittenFile(const WrittenFile &) = delete;
+    WrittenFile &operator=(const WrittenFile &) = delete;
 
     [[nodiscard]] bool isOpen() const { return m_fd >= 0; }
     // Held while a write in place goes on; the system lets go of it when we are killed.
@@ -118,7 +118,7 @@ bool isCutShort(QByteArrayView found, QByteArrayView before, QByteArrayView afte
 
 Result<void> writeInPlace(const QString &path, QByteArrayView bytes, const std::function<bool()> &lastLook)
 {
-    const OpenFile file(path);
+    const WrittenFile file(path);
     if (!file.isOpen())
         return cannotFill(path, errno);
     const auto before = readFile(path, maxInPlaceBytes);
@@ -152,7 +152,7 @@ InterruptedWrite finishInterruptedWrite(const QString &path)
     const auto kept = bytes ? decodeRecord(*bytes) : std::nullopt;
     if (!kept)
         return {};
-    const OpenFile file(path);
+    const WrittenFile file(path);
     if (file.isOpen() && !file.lock())
         return {}; // in this moment
     const auto found = readFile(path, maxInPlaceBytes);
