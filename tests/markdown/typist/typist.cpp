@@ -29,6 +29,6 @@ int main(int argc, char **argv)
         document.setText(Test::typedText(++keys));
         document.scheduleAutosave();
     });
-    keyboard.start(0);
+    keyboard.start(1);
     return QCoreApplication::exec();
 }
