@@ -1,4 +1,5 @@
 #include "issues/IssueStatus.h"
+
 #include "support/TestRegistry.h"
 
 #include <QtTest>
