@@ -19,8 +19,8 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr std::array headingSeparators {QStringView(u" · "), QStringView(u" — "), QStringView(u" – "),
-                                        QStringView(u": ")};
+constexpr std::array titleSeparators {QStringView(u" · "), QStringView(u" — "), QStringView(u" – "),
+                                      QStringView(u": ")};
 
 /** The items that stand in at least `threshold` of the lists, in the order in which they first appear. */
 QStringList frequentOrdered(const QList<QStringList> &lists, qsizetype threshold)
@@ -147,8 +147,8 @@ std::optional<QString> IssueTemplate::headingSeparator(const QString &markdown)
             continue;
         }
         const auto found = std::ranges::find_if(
-            headingSeparators, [&](QStringView separator) { return line.contains(separator); });
-        return found == headingSeparators.end() ? std::nullopt : std::optional(found->toString());
+            titleSeparators, [&](QStringView separator) { return line.contains(separator); });
+        return found == titleSeparators.end() ? std::nullopt : std::optional(found->toString());
     }
     return std::nullopt;
 }
@@ -156,7 +156,7 @@ std::optional<QString> IssueTemplate::headingSeparator(const QString &markdown)
 QString IssueTemplate::replaceHeading(const QString &markdown, const QString &id, const QString &title)
 {
     const QString heading =
-        u"# "_s + id + headingSeparator(markdown).value_or(headingSeparators.front().toString()) + title;
+        u"# "_s + id + headingSeparator(markdown).value_or(titleSeparators.front().toString()) + title;
     QStringList lines = markdown.split(u'\n');
     const auto old = std::ranges::find_if(lines, [](const QString &line) { return isTitleLine(line); });
     if (old == lines.end()) {
