@@ -219,7 +219,8 @@ void ProjectChat::onUser(const StreamLine &line)
 {
     if (!line.message)
         return;
-    m_backgroundTasks.finalizeSubagentsFromToolResults(line.message->content, QDateTime::currentDateTimeUtc());
+    m_backgroundTasks.finalizeSubagentsFromToolResults(line.message->content,
+                                                       QDateTime::currentDateTimeUtc());
     recordToolResults(line.message->content);
     setCurrentActivity(thinking());
 }

@@ -1,8 +1,8 @@
 // The toasts of the window as a list.
 #pragma once
 
-#include "ui/shell/AttentionPlan.h"
 #include "ui/controls/KeyedRowsModel.h"
+#include "ui/shell/AttentionPlan.h"
 
 #include <QtQml/qqmlregistration.h>
 
