@@ -319,6 +319,18 @@ private Q_SLOTS:
             QTRY_VERIFY(attention.inTray());
             QVERIFY(!attention.mayClose());
             QCOMPARE(hidden.size(), 1);
+            // A window that was hidden comes back with the tray's end, one that is in view is left alone.
+            raised = 0;
+            QVERIFY(server.unregisterService(u"org.kde.StatusNotifierWatcher"_s));
+            QTRY_COMPARE(raised, 1);
+            QVERIFY(!attention.inTray());
+            attention.setWindowVisible(true);
+            for (const bool there : {true, false, true}) {
+                QVERIFY(there ? server.registerService(u"org.kde.StatusNotifierWatcher"_s)
+                              : server.unregisterService(u"org.kde.StatusNotifierWatcher"_s));
+                QTRY_COMPARE(attention.inTray(), there);
+            }
+            QCOMPARE(raised, 1);
             attention.requestEnd(); // the first one still works
             QCOMPARE(asked.size(), 2);
             first.stop();

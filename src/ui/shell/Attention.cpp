@@ -57,7 +57,7 @@ void Attention::begin()
     m_tray->setFace(trayFace(m_counts));
     m_tray->onActivated = [this](const QString &token) { bringUp({}, token); };
     m_tray->onTriggered = [this](const QString &key, const QString &token) { onTrayTriggered(key, token); };
-    connect(m_tray.get(), &TrayItem::shownChanged, this, &Attention::inTrayChanged);
+    connect(m_tray.get(), &TrayItem::shownChanged, this, &Attention::onTrayShownChanged);
 
     const auto look = [this] { m_settle.start(); };
     const SessionRoster &roster = m_workspace.roster();
@@ -95,6 +95,7 @@ bool Attention::mayClose()
         return true; // the desktop ends: what would stay in its way only delays it
     switch (closeRoad(inTray(), !m_workspace.liveWork().isEmpty())) {
     case CloseRoad::Hide:
+        m_windowInTray = true;
         Q_EMIT hideAsked();
         return false;
     case CloseRoad::Ask:
@@ -105,6 +106,12 @@ bool Attention::mayClose()
     }
     Q_EMIT endAsked();
     return true;
+}
+
+void Attention::setWindowVisible(bool visible)
+{
+    if (visible)
+        m_windowInTray = false;
 }
 
 void Attention::requestEnd()
@@ -160,6 +167,14 @@ void Attention::update()
         m_shownStates = states;
         m_tray->noteMenuChanged();
     }
+}
+
+void Attention::onTrayShownChanged()
+{
+    Q_EMIT inTrayChanged();
+    // Nothing else would lead back to the window.
+    if (!inTray() && m_windowInTray)
+        bringUp({}, {});
 }
 
 void Attention::bringUp(const QString &sessionKey, const QString &activationToken)

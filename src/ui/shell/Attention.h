@@ -46,6 +46,8 @@ public:
     /** The window is being closed by the person: whether it may go for good. If not, one of the signals says
        what happens instead. */
     [[nodiscard]] Q_INVOKABLE bool mayClose();
+    /** Whether the window can be seen. One that went into the tray comes back when the tray goes. */
+    void setWindowVisible(bool visible);
     /** The program is to end; asks first when that would cut off work. */
     void requestEnd();
 
@@ -57,6 +59,7 @@ Q_SIGNALS:
 
 private:
     void update();
+    void onTrayShownChanged();
     void bringUp(const QString &sessionKey, const QString &activationToken);
     void onTrayTriggered(const QString &key, const QString &activationToken);
     [[nodiscard]] QList<AttentionSession> sessions() const;
@@ -71,6 +74,7 @@ private:
     ToastsModel m_toasts;
     QStringList m_shownStates; // what the tray's menu was last announced for
     TrayCounts m_counts;
+    bool m_windowInTray = false;
     QTimer m_settle; // one look for all that changes in one go
 };
 

@@ -72,8 +72,10 @@ struct WindowObjects : QObject {
     {
         connect(&window, &QWindow::activeChanged, this,
                 [this, &window] { workspace.setWindowActive(window.isActive()); });
-        connect(&window, &QWindow::visibleChanged, this,
-                [this](bool visible) { workspace.roster().setVisible(visible); });
+        connect(&window, &QWindow::visibleChanged, this, [this](bool visible) {
+            workspace.roster().setVisible(visible);
+            attention.setWindowVisible(visible);
+        });
         // The desktop is not asked for anything before the window is there.
         connect(&window, &QQuickWindow::frameSwapped, &attention, &Attention::begin,
                 static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
