@@ -203,6 +203,70 @@ private Q_SLOTS:
         QTest::newRow("light") << u"light"_s;
     }
 
+    void theComposerStaysInView_data()
+    {
+        QTest::addColumn<QString>("theme");
+        QTest::addColumn<bool>("permission");
+        QTest::addColumn<double>("scale");
+        QTest::newRow("permission") << u"dark"_s << true << 1.0;
+        QTest::newRow("questions") << u"light"_s << false << 1.0;
+        QTest::newRow("large text") << u"light"_s << true << 1.6;
+    }
+    void theComposerStaysInView()
+    {
+        QFETCH(const QString, theme);
+        QFETCH(const bool, permission);
+        QFETCH(const double, scale);
+        Theme::shared().setMode(theme);
+        Theme::shared().setScale(scale);
+        const auto reset = qScopeGuard([] {
+            Theme::shared().setMode(u"system"_s);
+            Theme::shared().setScale(1);
+        });
+        QVERIFY(m_stage->run(u"배포해"_s));
+        for (int sent = 0; sent < 5; ++sent) {
+            m_stage->chat().send(u"기다리는 말 %1"_s.arg(sent));
+        }
+        for (int file = 0; file < 12; ++file) {
+            QFile attached(m_stage->path(u"첨부 %1.txt"_s.arg(file)));
+            QVERIFY(attached.open(QIODevice::WriteOnly));
+            QVERIFY(m_stage->chat().addAttachment(attached.fileName()));
+        }
+        m_stage->chat().setComposerInput(u"긴 글\n"_s.repeated(20));
+        if (permission) {
+            m_stage->askPermission(u"p"_s, u"Bash"_s, {{u"command"_s, u"echo 1\n"_s.repeated(40)}});
+        } else {
+            askTwoQuestions();
+        }
+        auto *editor = focusEditor();
+        // A pane of 300 by 400 less its tabs and its header; then a larger one.
+        for (const QSizeF &size : {QSizeF(300, 332), QSizeF(420, 560)}) {
+            m_pane->setSize(size);
+            draw();
+            save(u"small-%1-%2-%3"_s.arg(permission ? u"permission"_s : u"questions"_s)
+                     .arg(size.width())
+                     .arg(scale));
+            const QQuickItem *composer = editor->parentItem()->parentItem();
+            const double top = composer->mapToItem(m_pane, {0, 0}).y();
+            QVERIFY2(top >= 0 && top + composer->height() < size.height(), qPrintable(QString::number(top)));
+            auto *send = Test::findItem(m_pane, [](const QQuickItem &item) {
+                return item.property("iconName").toString() == u"send";
+            });
+            QVERIFY(send && send->mapToItem(m_pane, {0, send->height()}).y() <= size.height());
+            // What is pushed out of sight comes back with the keyboard.
+            for (const QString &name : {permission ? u"거부"_s : u"답 없이 진행"_s, u"대기 5"_s}) {
+                auto *item = button(name);
+                if (!item) {
+                    continue;
+                }
+                item->forceActiveFocus(Qt::TabFocusReason);
+                const double y = item->mapToItem(m_pane, {0, 0}).y();
+                QVERIFY2(y >= 0 && y + item->height() <= top, qPrintable(QString::number(y)));
+            }
+            editor->forceActiveFocus();
+        }
+    }
+
     void bothThemesHaveTheirPictures()
     {
         QFETCH(const QString, theme);

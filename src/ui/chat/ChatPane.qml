@@ -80,40 +80,57 @@ FocusScope {
             Layout.fillHeight: true
             view: view
         }
-        PromptArea {
+        // However much stands here, the composer below stays in view.
+        FitColumn {
+            id: middle
+
+            readonly property real barsHeight: [pending, notices, background, running]
+                .reduce((sum, bar) => sum + (bar.visible ? bar.height : 0), 0)
+
             Layout.fillWidth: true
-            view: view
-            paneHeight: pane.height
-            onAnswered: {
-                if (pane.active)
-                    composer.focusEditor()
+            room: pane.height - composer.implicitHeight
+
+            PromptArea {
+                width: parent.width
+                view: view
+                paneHeight: pane.height
+                space: middle.room - middle.barsHeight
+                onAnswered: {
+                    if (pane.active)
+                        composer.focusEditor()
+                }
             }
-        }
-        PendingBar {
-            Layout.fillWidth: true
-            pending: view.pending
-            onTakenBack: composer.focusEditor()
-        }
-        NoticeFooter {
-            Layout.fillWidth: true
-            notices: view.notices
-            onOpenAuditLog: pane.openAuditLog()
-        }
-        BackgroundBar {
-            Layout.fillWidth: true
-            status: view.status
-            onOpened: pane.openBackground()
-        }
-        RunningBar {
-            Layout.fillWidth: true
-            status: view.status
-            onBackgroundOpened: pane.openBackground()
+            PendingBar {
+                id: pending
+                width: parent.width
+                pending: view.pending
+                onTakenBack: composer.focusEditor()
+            }
+            NoticeFooter {
+                id: notices
+                width: parent.width
+                notices: view.notices
+                onOpenAuditLog: pane.openAuditLog()
+            }
+            BackgroundBar {
+                id: background
+                width: parent.width
+                status: view.status
+                onOpened: pane.openBackground()
+            }
+            RunningBar {
+                id: running
+                width: parent.width
+                status: view.status
+                onBackgroundOpened: pane.openBackground()
+            }
         }
         Composer {
             id: composer
             Layout.fillWidth: true
             model: view.composer
             status: view.status
+            room: pane.height
             dropTargeted: drop.containsDrag
             onSent: timeline.scrollToEnd()
         }

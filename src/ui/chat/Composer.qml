@@ -9,6 +9,8 @@ Rectangle {
     required property ComposerModel model
     required property RunStatus status
     property bool dropTargeted: false
+    // The height of the surface that it stands in, which it never fills.
+    property real room: Infinity
 
     signal sent()
 
@@ -60,10 +62,17 @@ Rectangle {
         bottomPadding: 8
         spacing: 6
 
-        AttachmentChips {
+        FitColumn {
+            id: files
             width: parent.width
-            visible: count > 0
-            attachments: composer.model.attachments
+            visible: chips.count > 0
+            room: Math.min(composer.room * 0.2, composer.room * 0.9 - tools.height - editor.least)
+
+            AttachmentChips {
+                id: chips
+                width: parent.width
+                attachments: composer.model.attachments
+            }
         }
         Row {
             visible: composer.model.attachments.refusal.length > 0
@@ -88,6 +97,7 @@ Rectangle {
             id: editor
             width: parent.width
             model: composer.model
+            room: composer.room * 0.6 - tools.height - (files.visible ? files.height : 0)
             lit: composer.dropTargeted
             nextItem: tools.firstItem
             onSendRequested: composer.model.send()

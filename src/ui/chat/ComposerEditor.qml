@@ -3,19 +3,21 @@ import QtQuick.Templates as T
 import Vesk.Controls
 import Vesk.Chat
 
-// The text of the next message: two to ten lines, then it scrolls.
+// The text of the next message: two to ten lines if there is room, then it scrolls.
 Rectangle {
     id: box
 
     required property ComposerModel model
     required property Item nextItem
+    property real room: Infinity
+    readonly property real least: Math.ceil(2 * metrics.lineSpacing) + 18
     property bool lit: false
     readonly property real line: Math.max(metrics.lineSpacing, edit.contentHeight / Math.max(1, edit.lineCount))
 
     signal sendRequested()
     signal interruptRequested()
 
-    implicitHeight: Math.ceil(Math.max(2, Math.min(edit.lineCount, 10)) * line) + 18
+    implicitHeight: Math.max(least, Math.min(Math.ceil(Math.max(2, Math.min(edit.lineCount, 10)) * line) + 18, room))
     radius: Theme.radius
     color: lit ? Theme.accentSoft : Theme.canvas
     border.width: edit.activeFocus || lit ? 2 : 1
@@ -67,12 +69,17 @@ Rectangle {
         interactive: contentHeight > height
         clip: true
         T.ScrollBar.vertical: ScrollBar {}
+        onHeightChanged: showCaret()
+
+        function showCaret(): void {
+            const caret = edit.cursorRectangle
+            contentY = Math.max(0, Math.min(caret.y, Math.max(contentY, caret.y + caret.height - height)))
+        }
 
         TextEdit {
             id: edit
             objectName: "composerText"
             width: flick.width - 8
-            height: Math.max(implicitHeight, flick.height)
             textFormat: TextEdit.PlainText
             wrapMode: TextEdit.Wrap
             selectByMouse: true
@@ -121,12 +128,7 @@ Rectangle {
                     box.model.completion.close()
             }
             Component.onCompleted: box.showDraft()
-            onCursorRectangleChanged: {
-                if (cursorRectangle.y < flick.contentY)
-                    flick.contentY = cursorRectangle.y
-                else if (cursorRectangle.y + cursorRectangle.height > flick.contentY + flick.height)
-                    flick.contentY = cursorRectangle.y + cursorRectangle.height - flick.height
-            }
+            onCursorRectangleChanged: flick.showCaret()
         }
         Label {
             id: placeholder
@@ -140,5 +142,13 @@ Rectangle {
     }
     HoverHandler {
         cursorShape: Qt.IBeamCursor
+    }
+    TapHandler {
+        onTapped: eventPoint => {
+            if (eventPoint.position.y > flick.y + edit.height) {
+                edit.cursorPosition = edit.length
+                box.focusText()
+            }
+        }
     }
 }

@@ -3,7 +3,7 @@ import Vesk.Controls
 import Vesk.Chat
 
 // Below the composer's text: attach, the three pickers, the context, stop and send. Where there is no room beside
-// each other the pickers wrap, and the context says less.
+// each other the latter have a row of their own, the pickers wrap, and the context says less.
 Item {
     id: tools
 
@@ -11,16 +11,17 @@ Item {
     readonly property Item firstItem: attach
     readonly property real choicesWidth: attach.implicitWidth + models.implicitWidth + efforts.implicitWidth
         + modes.implicitWidth + 3 * choices.spacing
+    readonly property bool stacked: choicesWidth + actions.buttonsWidth + Theme.px(28) + 8 > width
 
     signal sendRequested()
     signal stopRequested()
 
-    implicitHeight: Math.max(choices.height, actions.height)
+    implicitHeight: stacked ? choices.height + 2 + actions.height : Math.max(choices.height, actions.height)
 
     Flow {
         id: choices
-        anchors.verticalCenter: parent.verticalCenter
-        width: Math.max(attach.implicitWidth, tools.width - actions.width - 8)
+        y: tools.stacked ? 0 : Math.round((tools.height - height) / 2)
+        width: tools.stacked ? tools.width : tools.width - actions.width - 8
         spacing: 2
 
         IconButton {
@@ -36,16 +37,19 @@ Item {
         }
         Picker {
             id: models
+            width: Math.min(implicitWidth, choices.width)
             picker: tools.model.models
             name: "모델"
         }
         Picker {
             id: efforts
+            width: Math.min(implicitWidth, choices.width)
             picker: tools.model.efforts
             name: "추론 강도"
         }
         Picker {
             id: modes
+            width: Math.min(implicitWidth, choices.width)
             picker: tools.model.modes
             name: "권한 모드"
             tint: Theme.modeColor(Math.max(0, picker.chosen))
@@ -63,7 +67,7 @@ Item {
 
         ContextMeter {
             height: parent.height
-            room: tools.width - tools.choicesWidth - actions.buttonsWidth - 24
+            room: tools.width - (tools.stacked ? 0 : tools.choicesWidth) - actions.buttonsWidth - 24
             model: tools.model
         }
         VButton {

@@ -8,6 +8,11 @@ PromptFrame {
 
     required property PermissionCard card
     required property real detailRoom
+    // For the whole card; in a low pane the details go short first.
+    required property real space
+
+    readonly property real rest: headHeight + body.topPadding + body.bottomPadding + caption.height + foot.height
+        + (rules.visible ? rules.height + body.spacing : 0) + 2 * body.spacing + 2
 
     signal answered()
 
@@ -19,6 +24,7 @@ PromptFrame {
     Accessible.name: card.accessibleTitle
 
     Column {
+        id: body
         width: parent.width
         leftPadding: 12
         rightPadding: 12
@@ -27,6 +33,7 @@ PromptFrame {
         spacing: 6
 
         Label {
+            id: caption
             text: "실행 요청 상세"
             font: Theme.meta
             color: Theme.text3
@@ -34,9 +41,10 @@ PromptFrame {
         PermissionDetails {
             width: parent.width - 24
             card: prompt.card
-            room: prompt.detailRoom
+            room: Math.max(3 * Theme.codeLine + 16, Math.min(prompt.detailRoom, prompt.space - prompt.rest))
         }
         PermissionRules {
+            id: rules
             width: parent.width - 24
             visible: prompt.card.canAlways
             card: prompt.card

@@ -24,14 +24,20 @@ VButton {
                              { parent: button, picker: picker, rowTints: rowTints, visible: true })
 
     contentItem: Item {
-        implicitWidth: words.implicitWidth
+        // From what the words want, not from what they get: the button's own width follows from this.
+        implicitWidth: words.rest + label.implicitWidth
 
         Row {
             id: words
+
+            readonly property real rest: (sign.visible ? sign.width + spacing : 0) + (drift.visible ? drift.width + spacing : 0)
+                + spacing + chevron.width
+
             anchors.centerIn: parent
             spacing: 5
 
             Icon {
+                id: sign
                 anchors.verticalCenter: parent.verticalCenter
                 visible: button.picker.icon.length > 0
                 name: button.picker.icon
@@ -39,12 +45,15 @@ VButton {
                 color: button.tint
             }
             Label {
+                id: label
                 anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, button.availableWidth - words.rest)
                 text: button.picker.label
                 color: button.tint
                 Accessible.ignored: true
             }
             Icon {
+                id: drift
                 anchors.verticalCenter: parent.verticalCenter
                 visible: button.picker.drift.length > 0
                 name: "warning"
@@ -52,6 +61,7 @@ VButton {
                 color: Theme.warning
             }
             Icon {
+                id: chevron
                 anchors.verticalCenter: parent.verticalCenter
                 name: "chevron-down"
                 size: 12

@@ -9,6 +9,8 @@ Column {
 
     required property ChatViewModel view
     required property real paneHeight
+    // What is left of that for the request.
+    required property real space
 
     readonly property real room: paneHeight * 0.4
 
@@ -26,6 +28,7 @@ Column {
             width: area.width - 24
             card: area.view.permission
             detailRoom: area.room
+            space: area.space - area.bottomPadding
             onAnswered: area.answered()
         }
     }
@@ -36,6 +39,7 @@ Column {
             width: area.width - 24
             form: area.view.questions
             questionRoom: area.room + 80
+            space: area.space - area.bottomPadding
             onAnswered: area.answered()
         }
     }

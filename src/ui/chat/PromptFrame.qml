@@ -11,6 +11,7 @@ Item {
     required property int markKind
     required property date since
     default property alias content: body.data
+    readonly property real headHeight: head.height
 
     implicitHeight: head.height + body.implicitHeight + 2
 

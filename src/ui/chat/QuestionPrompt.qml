@@ -11,6 +11,8 @@ PromptFrame {
 
     required property QuestionForm form
     required property real questionRoom
+    // For the whole card.
+    required property real space
 
     signal answered()
 
@@ -45,7 +47,8 @@ PromptFrame {
         Flickable {
             id: flick
             width: parent.width
-            height: Math.min(contentHeight, prompt.questionRoom)
+            height: Math.min(contentHeight, Math.max(Theme.px(96), Math.min(prompt.questionRoom,
+                                                                            prompt.space - prompt.headHeight - foot.height - 2)))
             contentHeight: list.implicitHeight
             boundsBehavior: Flickable.StopAtBounds
             interactive: contentHeight > height
