@@ -21,6 +21,8 @@ Item {
     readonly property var shownTabs: strip.item
 
     signal resumeRequested()
+    // By the keyboard, while another pane was the focused one.
+    signal entered()
     signal tabMenuRequested(Item tab, string key, string title)
     signal tabDragged(point scenePoint)
 

@@ -38,7 +38,6 @@ Loader {
     height: Math.max(0, place.height - Theme.px(36))
     clip: workspace.panes.count > 1
     visible: shown
-    focus: current
     onShownChanged: show()
     Component.onCompleted: show()
     onActiveFocusChanged: {

@@ -32,6 +32,12 @@ FocusScope {
     }
 
     implicitHeight: Theme.px(36)
+    onActiveFocusChanged: {
+        if (activeFocus && !frame.focused) {
+            frame.entered()
+            workspace.panes.focusPane(frame.pane)
+        }
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -71,11 +77,6 @@ FocusScope {
         highlightMoveDuration: 0
         Accessible.role: Accessible.PageTabList
         Accessible.name: "열린 세션"
-        onActiveFocusChanged: {
-            if (activeFocus)
-                strip.workspace.panes.focusPane(strip.frame.pane)
-        }
-
         onCurrentIndexChanged: settled.restart()
         onWidthChanged: settled.restart()
 

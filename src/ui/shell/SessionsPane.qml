@@ -12,13 +12,16 @@ FocusScope {
     required property Workspace workspace
     required property Projects projects
 
-    readonly property Item tabStrip: (frames.count > 0 ? frames.itemAt(workspace.panes.focusedRow) as PaneFrame : null)?.tabStrip ?? content
+    readonly property Item tabStrip: {
+        const strip = (frames.count > 0 ? frames.itemAt(workspace.panes.focusedRow) as PaneFrame : null)?.tabStrip
+        return strip?.visible ? strip : content
+    }
     readonly property alias body: content
     readonly property SessionHolder currentHolder: chats.count > 0
         ? chats.itemAt(workspace.tabs.rowOf(workspace.currentKey)) as SessionHolder : null
     // Not by its type: naming that here would load the whole chat surface before the first frame.
     readonly property var current: currentHolder?.chatPane ?? null
-    // The person has pointed at something in the current session; the focus is where that put it.
+    // The person has pointed at something in the pane that is now the current one; the focus is where that put it.
     property bool pointedAt: false
 
     signal resumeRequested()
@@ -29,11 +32,11 @@ FocusScope {
         if (current)
             current.focusComposer()
         else
-            content.forceActiveFocus()
+            tabStrip.forceActiveFocus()
     }
     // After another session became the current one.
     function followCurrent(): void {
-        if (!pointedAt || !currentHolder?.activeFocus)
+        if (!pointedAt || !(currentHolder?.activeFocus || tabStrip.activeFocus))
             focusBody()
         pointedAt = false
     }
@@ -61,23 +64,23 @@ FocusScope {
         width: parent.width
         onExtentChanged: region.workspace.panes.area = extent
 
-        Repeater {
-            id: frames
-            model: region.workspace.panes
-
-            delegate: PaneFrame {
-                workspace: region.workspace
-                onResumeRequested: region.resumeRequested()
-                onTabMenuRequested: (tab, key, title) => menu.open(tab, key, title)
-                onTabDragged: scenePoint => area.dragTo(scenePoint)
-            }
-        }
-
         FocusScope {
             id: content
             anchors.fill: parent
             focus: true
 
+            Repeater {
+                id: frames
+                model: region.workspace.panes
+
+                delegate: PaneFrame {
+                    workspace: region.workspace
+                    onEntered: region.pointedAt = true
+                    onResumeRequested: region.resumeRequested()
+                    onTabMenuRequested: (tab, key, title) => menu.open(tab, key, title)
+                    onTabDragged: scenePoint => area.dragTo(scenePoint)
+                }
+            }
             Repeater {
                 id: chats
                 model: region.workspace.tabs
@@ -101,6 +104,33 @@ FocusScope {
             wanted: region.workspace.panes.count > 1
             file: Qt.resolvedUrl("PaneSplitters.qml")
             properties: ({ panes: region.workspace.panes })
+        }
+
+        // The keyboard goes through one pane after the other, in each from its tabs to its composer.
+        function arrange(): void {
+            let last = null
+            for (let row = 0; row < frames.count; ++row) {
+                const frame = frames.itemAt(row) as PaneFrame
+                ReadingOrder.follow(frame, last)
+                last = frame
+                for (let session = 0; session < chats.count; ++session) {
+                    const chat = chats.itemAt(session) as SessionHolder
+                    if (region.workspace.panes.paneOf(chat?.key ?? "") === frame?.pane) {
+                        ReadingOrder.follow(chat, last)
+                        last = chat
+                    }
+                }
+            }
+        }
+        Connections {
+            target: region.workspace.panes
+            function onTreeChanged(): void { settled.restart() }
+        }
+        // Once the repeaters have followed.
+        Timer {
+            id: settled
+            interval: 0
+            onTriggered: area.arrange()
         }
 
         function dragTo(scenePoint: point): void {

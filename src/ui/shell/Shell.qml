@@ -47,7 +47,7 @@ FocusScope {
     // F6 goes through these.
     function moveRegion(step: int): void {
         const regions = []
-        for (const region of [sidebar, pane.tabStrip, pane.body, background, resumePanel.item]) {
+        for (const region of [sidebar, pane.tabStrip, pane.current ? pane.body : null, background, resumePanel.item]) {
             if (region?.visible ?? false)
                 regions.push(region)
         }
