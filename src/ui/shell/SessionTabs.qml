@@ -20,7 +20,7 @@ FocusScope {
             if (tab && x < tab.x - list.contentX + tab.width / 2)
                 return { position: index, x: Math.max(1, tab.x - list.contentX) }
         }
-        return { position: list.count, x: Math.max(1, list.width) }
+        return { position: list.count, x: Math.max(1, list.taken) }
     }
     function split(side: int): void {
         workspace.panes.focusPane(frame.pane)
@@ -58,11 +58,12 @@ FocusScope {
     ListView {
         id: list
 
-        // As wide as its tabs want, narrower tabs when there are many, then scrolling.
-        readonly property real room: strip.width - add.width - splits.width - 16
-        readonly property real share: Math.max(Theme.px(120), room / Math.max(1, strip.frame.tabs.count))
+        // Narrower tabs when there are many, then scrolling. The width is not that of the tabs: how wide they are
+        // together is known only once it is laid out.
+        readonly property real share: Math.max(Theme.px(120), width / Math.max(1, strip.frame.tabs.count))
+        readonly property real taken: Math.min(width, contentWidth)
 
-        width: Math.min(room, contentWidth)
+        width: Math.max(0, strip.width - add.width - splits.width - 16)
         height: parent.height
         orientation: ListView.Horizontal
         boundsBehavior: Flickable.StopAtBounds
@@ -123,8 +124,7 @@ FocusScope {
     }
     IconButton {
         id: add
-        anchors.left: list.right
-        anchors.leftMargin: 4
+        x: list.taken + 4
         anchors.verticalCenter: parent.verticalCenter
         iconName: "plus"
         text: "새 세션"
