@@ -82,13 +82,34 @@ bool isDeletableSessionFile(const QString &path, const QString &root)
     return !realRoot.isEmpty() && file.canonicalFilePath().startsWith(realRoot + u'/');
 }
 
-bool moveToTrash(const QString &path, const QString &root)
+std::optional<TrashedFile> moveToTrash(const QString &path, const QString &root)
 {
     if (!isDeletableSessionFile(path, root))
         return false;
     // Qt makes the Trash of a new account, but not the folder that it stands in.
     QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
-    return QFile::moveToTrash(QDir::cleanPath(path));
+    TrashedFile file {QDir::cleanPath(path), {}};
+    if (!QFile::moveToTrash(file.original, &file.inTrash))
+        return std::nullopt;
+    return file;
+}
+
+TrashReturn takeFromTrash(const TrashedFile &trashed)
+{
+    if (trashed.inTrash.isEmpty() || !QFileInfo(trashed.inTrash).isFile())
+        return TrashReturn::Gone;
+    const QFileInfo original(trashed.original);
+    if (original.exists() || original.isSymLink())
+        return TrashReturn::Occupied;
+    QDir().mkpath(original.path());
+    QFile file(trashed.inTrash);
+    if (!file.rename(trashed.original)) // which replaces nothing, whatever has come there meanwhile
+        return TrashReturn::Failed;
+    // <trash>/files/NAME has its record in <trash>/info/NAME.trashinfo.
+    const QFileInfo there(trashed.inTrash);
+    QFile::remove(QDir::cleanPath(there.path() + QStringLiteral("/../info/") + there.fileName()
+                                  + QStringLiteral(".trashinfo")));
+    return TrashReturn::Returned;
 }
 
 } // namespace Vesk::ClaudeSessionHistory

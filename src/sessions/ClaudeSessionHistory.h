@@ -60,8 +60,24 @@ struct Listing {
 /** Whether this is a transcript that may be thrown away: a plain file, no link, truly inside `root`. */
 [[nodiscard]] bool isDeletableSessionFile(const QString &path, const QString &root);
 
-/** Moves a transcript to the user's Trash. True when it is there. */
-[[nodiscard]] bool moveToTrash(const QString &path, const QString &root);
+/** A transcript that was thrown away. */
+struct TrashedFile {
+    QString original;
+    QString inTrash; ///< empty where the Trash does not tell
+};
+
+/** Moves a transcript to the user's Trash; absent when that did not work. */
+[[nodiscard]] std::optional<TrashedFile> moveToTrash(const QString &path, const QString &root);
+
+enum class TrashReturn {
+    Returned,
+    Occupied, ///< a file of that name is there again; nothing was touched
+    Gone,     ///< it is no longer in the Trash
+    Failed,
+};
+
+/** Brings it back to where it lay. */
+[[nodiscard]] TrashReturn takeFromTrash(const TrashedFile &trashed);
 
 } // namespace ClaudeSessionHistory
 

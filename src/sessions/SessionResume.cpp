@@ -89,13 +89,32 @@ ResumeDeleteOutcome SessionResume::deleteResumableSession(const ResumableSession
         m_log(AuditEvent::info(QStringLiteral("delete blocked (open tab): session '%1'").arg(session.id)));
         return ResumeDeleteOutcome::Blocked;
     }
-    if (ClaudeSessionHistory::moveToTrash(session.path, historyRoot())) {
+    if (auto trashed = ClaudeSessionHistory::moveToTrash(session.path, historyRoot())) {
+        m_trashed = *std::move(trashed);
+        m_lastDeleted = m_trashed.inTrash.isEmpty() ? std::nullopt : std::optional(session);
         m_log(AuditEvent::info(QStringLiteral("trashed session '%1'").arg(session.id)));
         return ResumeDeleteOutcome::Deleted;
     }
     m_log(AuditEvent::systemError(
         QStringLiteral("delete failed: session '%1' (%2)").arg(session.id, session.path)));
     return ResumeDeleteOutcome::Failed;
+}
+
+ClaudeSessionHistory::TrashReturn SessionResume::undoDelete()
+{
+    using ClaudeSessionHistory::TrashReturn;
+    if (!m_lastDeleted)
+        return TrashReturn::Gone;
+    const QString id = m_lastDeleted->id;
+    const TrashReturn outcome = ClaudeSessionHistory::takeFromTrash(m_trashed);
+    if (outcome == TrashReturn::Returned)
+        m_log(AuditEvent::info(QStringLiteral("session '%1' taken back out of the trash").arg(id)));
+    else
+        m_log(AuditEvent::systemError(
+            QStringLiteral("session '%1' not taken back out of the trash (%2)").arg(id, m_trashed.inTrash)));
+    if (outcome != TrashReturn::Occupied)
+        m_lastDeleted.reset();
+    return outcome;
 }
 
 } // namespace Vesk

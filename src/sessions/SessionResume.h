@@ -9,6 +9,7 @@
 #include <QPointer>
 
 #include <functional>
+#include <optional>
 
 namespace Vesk
 {
@@ -46,6 +47,11 @@ public:
 
     /** Moves the transcript to the Trash. */
     [[nodiscard]] ResumeDeleteOutcome deleteResumableSession(const ResumableSession &session);
+    /** The conversation that was thrown away last and can be brought back. */
+    [[nodiscard]] const std::optional<ResumableSession> &lastDeleted() const { return m_lastDeleted; }
+    /** Brings that one back. When it cannot be, it is not offered again, but where a file stands in its way.
+     */
+    [[nodiscard]] ClaudeSessionHistory::TrashReturn undoDelete();
 
 private:
     struct Waiter {
@@ -61,6 +67,8 @@ private:
     Log m_log;
     QHash<QString, QList<Waiter>>
         m_loading; // by conversation id: one is read once, however often it is asked for
+    std::optional<ResumableSession> m_lastDeleted;
+    ClaudeSessionHistory::TrashedFile m_trashed; // its file
 };
 
 } // namespace Vesk

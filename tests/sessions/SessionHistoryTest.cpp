@@ -166,7 +166,7 @@ private Q_SLOTS:
         const QString whole =
             past.root() + (path.contains(u'%') ? path.arg(QFileInfo(past.folder()).fileName()) : path);
         QCOMPARE(ClaudeSessionHistory::isDeletableSessionFile(whole, past.root()), deletable);
-        QCOMPARE(ClaudeSessionHistory::moveToTrash(whole, past.root()), deletable);
+        QCOMPARE(ClaudeSessionHistory::moveToTrash(whole, past.root()).has_value(), deletable);
         QCOMPARE(QFileInfo(whole).exists(), !deletable && !path.endsWith(u"none.jsonl"));
     }
 

@@ -137,14 +137,29 @@ private Q_SLOTS:
 
         stage.view.requestDelete(key);
         QVERIFY(asked.isEmpty() && stage.view.notice().startsWith(u"열려 있는 대화"_s));
+        QVERIFY(QFile::exists(key) && stage.view.trashedTitle().isEmpty());
         stage.shell.runtime().closeSession(chat);
         QTRY_COMPARE(stage.first(ResumeRowsModel::OpenRole), false);
         stage.view.requestDelete(key);
         QCOMPARE(asked.size(), 1);
         QVERIFY(stage.view.notice().isEmpty() && QFile::exists(key));
-        stage.view.moveToTrash(key);
-        QVERIFY(!QFile::exists(key));
-        QCOMPARE(stage.view.rows()->count(), 0);
+        for (int time = 0; time < 2; ++time) {
+            stage.view.moveToTrash(key);
+            QVERIFY(stage.view.notice().isEmpty() && !QFile::exists(key));
+            QCOMPARE(stage.view.rows()->count(), 0);
+            QCOMPARE(stage.view.trashedTitle(), u"제목"_s);
+            if (time == 0) {
+                stage.view.dismissTrashed();
+                stage.view.undoTrash(); // by its key, without the toast
+                QTRY_COMPARE(stage.titles(), QStringList {u"제목"_s});
+                QVERIFY(stage.view.trashedTitle().isEmpty());
+            }
+        }
+        one.write(u"a"_s, {PastConversations::titled(u"딴 것"_s)});
+        stage.view.undoTrash();
+        QVERIFY(stage.view.undoRefusal().startsWith(u"같은 이름의 파일이"_s));
+        QCOMPARE(stage.view.trashedTitle(), u"제목"_s);
+        QVERIFY(QFile::remove(key));
 
         one.write(u"b"_s, {PastConversations::titled(u"둘째"_s)});
         stage.read(u"one"_s);

@@ -78,6 +78,8 @@ Item {
                 text: toast.text
                 font: Theme.secondary
                 color: Theme.text2
+                wrapMode: Text.Wrap
+                maximumLineCount: 4
                 Accessible.ignored: true
             }
         }

@@ -111,6 +111,8 @@ FocusScope {
                 panel.resumeCurrent()
             else if (event.key === Qt.Key_Delete)
                 panel.view.requestDelete(panel.view.rows.keyAt(currentIndex))
+            else if (event.matches(StandardKey.Undo))
+                panel.view.undoTrash()
             else
                 event.accepted = false
         }

@@ -173,8 +173,12 @@ void ResumeView::moveToTrash(const QString &key)
     if (!session) {
         return;
     }
+    setNotice({});
     switch (m_runtime.resume().deleteResumableSession(*session)) {
     case ResumeDeleteOutcome::Deleted:
+        if (m_runtime.resume().lastDeleted()) {
+            setTrashed(session->title.simplified(), {});
+        }
         m_rows.remove(key);
         Q_EMIT stateChanged();
         break;
@@ -185,6 +189,38 @@ void ResumeView::moveToTrash(const QString &key)
         setNotice(u"휴지통으로 옮기지 못했습니다: "_s + session->path);
         break;
     }
+}
+
+void ResumeView::undoTrash()
+{
+    const auto deleted = m_runtime.resume().lastDeleted();
+    if (!deleted) {
+        return;
+    }
+    using ClaudeSessionHistory::TrashReturn;
+    switch (m_runtime.resume().undoDelete()) {
+    case TrashReturn::Returned:
+        setTrashed({}, {});
+        if (m_shown) {
+            refresh();
+        }
+        break;
+    case TrashReturn::Occupied:
+        setTrashed(deleted->title.simplified(),
+                   u"같은 이름의 파일이 그 자리에 다시 생겼습니다: "_s + deleted->path);
+        break;
+    case TrashReturn::Gone:
+        setTrashed(deleted->title.simplified(), u"휴지통에 더는 없습니다."_s);
+        break;
+    case TrashReturn::Failed:
+        setTrashed(deleted->title.simplified(), u"파일을 옮길 수 없습니다: "_s + deleted->path);
+        break;
+    }
+}
+
+void ResumeView::dismissTrashed()
+{
+    setTrashed({}, {});
 }
 
 void ResumeView::onCatalogChanged()
@@ -203,6 +239,13 @@ void ResumeView::setNotice(const QString &text)
         m_notice = text;
         Q_EMIT noticeChanged();
     }
+}
+
+void ResumeView::setTrashed(const QString &title, const QString &refusal)
+{
+    m_trashedTitle = title;
+    m_undoRefusal = refusal;
+    Q_EMIT trashedChanged(); // of the same title too: it is another conversation
 }
 
 } // namespace Vesk

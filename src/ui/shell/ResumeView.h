@@ -18,7 +18,7 @@ class Runtime;
  * before stays on view while it is read anew.
  *
  * Throwing a conversation away is asked about first: requestDelete() emits deleteConfirmationNeeded() and
- * waits for moveToTrash().
+ * waits for moveToTrash(); after that trashedTitle() offers to take it back.
  */
 class ResumeView : public QObject
 {
@@ -34,6 +34,8 @@ class ResumeView : public QObject
     Q_PROPERTY(QString emptyText READ emptyText NOTIFY stateChanged)
     Q_PROPERTY(QString errorText READ errorText NOTIFY stateChanged)
     Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
+    Q_PROPERTY(QString trashedTitle READ trashedTitle NOTIFY trashedChanged)
+    Q_PROPERTY(QString undoRefusal READ undoRefusal NOTIFY trashedChanged)
 
 public:
     explicit ResumeView(Runtime &runtime, ResumeRowsModel::Clock clock = {}, QObject *parent = nullptr);
@@ -52,6 +54,10 @@ public:
     [[nodiscard]] const QString &errorText() const { return m_errorText; }
     /** What could not be done last. */
     [[nodiscard]] const QString &notice() const { return m_notice; }
+    /** What went to the Trash just now; empty once that has been dismissed or undone. */
+    [[nodiscard]] const QString &trashedTitle() const { return m_trashedTitle; }
+    /** Why it could not be brought back. */
+    [[nodiscard]] const QString &undoRefusal() const { return m_undoRefusal; }
 
     /** The panel comes into view, on this project; without one it stays where it was. */
     Q_INVOKABLE void show(const QString &alias);
@@ -63,6 +69,9 @@ public:
     Q_INVOKABLE void resume(const QString &key);
     Q_INVOKABLE void requestDelete(const QString &key);
     Q_INVOKABLE void moveToTrash(const QString &key);
+    /** Brings back what went to the Trash last, also after the offer was dismissed. */
+    Q_INVOKABLE void undoTrash();
+    Q_INVOKABLE void dismissTrashed();
 
 Q_SIGNALS:
     void aliasesChanged();
@@ -72,16 +81,18 @@ Q_SIGNALS:
     void noticeChanged();
     void resumed(const QString &sessionKey);
     void deleteConfirmationNeeded(const QString &key, const QString &title);
+    void trashedChanged();
 
 private:
     void onCatalogChanged();
     void setNotice(const QString &text);
+    void setTrashed(const QString &title, const QString &refusal);
 
     Runtime &m_runtime;
     ResumeRowsModel m_rows;
     SessionScan m_scan;
     QSet<QString> m_seen; // the paths that this scan has told so far
-    QString m_alias, m_filter, m_errorText, m_notice;
+    QString m_alias, m_filter, m_errorText, m_notice, m_trashedTitle, m_undoRefusal;
     bool m_shown = false;
 };
 
