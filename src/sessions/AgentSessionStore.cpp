@@ -63,6 +63,15 @@ ProjectChat *AgentSessionStore::resumeSession(const ResumableSession &session, c
     return chat;
 }
 
+ProjectChat *AgentSessionStore::openUnread(const ResumableSession &session)
+{
+    ProjectChat *chat = makeSession(session.alias, session.cwd, session.title,
+                                    ClaudeSettingsResolver::resolve(session.cwd, QDir::homePath(), true));
+    chat->seedResume(session.id, {}, {}); // before anybody hears of it
+    add(chat);
+    return chat;
+}
+
 ProjectChat *AgentSessionStore::makeSession(const QString &alias, const QString &path, const QString &title,
                                             const ClaudeProjectSettings &settings)
 {

@@ -46,6 +46,8 @@ public:
     [[nodiscard]] ProjectChat *conversation(const QString &conversationId) const;
     /** Opens a session on a past conversation, with what was read of it. */
     ProjectChat *resumeSession(const ResumableSession &session, const PastConversation &past);
+    /** The same without having read it. */
+    ProjectChat *openUnread(const ResumableSession &session);
 
     /** Takes sessions out; each is deleted when control returns to the event loop. They are not stopped
      * first. */

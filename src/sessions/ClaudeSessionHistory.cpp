@@ -16,6 +16,7 @@ namespace
 {
 
 constexpr QLatin1StringView transcriptSuffix(".jsonl");
+constexpr qint64 nsPerMs = 1'000'000;
 
 QString conversationId(const QString &path)
 {
@@ -48,6 +49,22 @@ Listing transcripts(const QString &root, const QString &cwd)
         return known;
     });
     return listing;
+}
+
+std::optional<ListedFile> transcript(const QString &root, const QString &cwd, const QString &id)
+{
+    std::optional<ListedFile> newest;
+    if (id.isEmpty() || id.contains(u'/'))
+        return newest;
+    for (const QString &folder : TranscriptFolders::existing(root, cwd)) {
+        const QFileInfo file(folder + u'/' + id + transcriptSuffix);
+        if (file.isSymLink() || !file.isFile())
+            continue;
+        const qint64 modifiedNs = file.lastModified().toMSecsSinceEpoch() * nsPerMs;
+        if (!newest || modifiedNs > newest->modifiedNs)
+            newest = {file.filePath(), file.size(), modifiedNs};
+    }
+    return newest;
 }
 
 ResumableSession session(const ListedFile &file, const QString &alias, const QString &cwd,
@@ -85,7 +102,7 @@ bool isDeletableSessionFile(const QString &path, const QString &root)
 std::optional<TrashedFile> moveToTrash(const QString &path, const QString &root)
 {
     if (!isDeletableSessionFile(path, root))
-        return false;
+        return std::nullopt;
     // Qt makes the Trash of a new account, but not the folder that it stands in.
     QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
     TrashedFile file {QDir::cleanPath(path), {}};

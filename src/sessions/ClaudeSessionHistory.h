@@ -43,6 +43,10 @@ struct Listing {
 /** The transcripts of a project. No title has been read. */
 [[nodiscard]] Listing transcripts(const QString &root, const QString &cwd);
 
+/** The transcript of one conversation of a project: of several the one that was written last. */
+[[nodiscard]] std::optional<ListedFile> transcript(const QString &root, const QString &cwd,
+                                                   const QString &id);
+
 /** The record of a listed transcript; an absent title becomes untitled(). */
 [[nodiscard]] ResumableSession session(const ListedFile &file, const QString &alias, const QString &cwd,
                                        const std::optional<QString> &title);

@@ -88,6 +88,16 @@ void ProjectChat::seedResume(const QString &sessionId, QList<ChatMessage> messag
         m_backgroundTasks.reset(std::move(backgroundTasks));
 }
 
+void ProjectChat::seedHistory(QList<ChatMessage> messages, QList<BackgroundTask> backgroundTasks)
+{
+    if (!messages.isEmpty()) {
+        messages.append(m_transcript.rows());
+        m_transcript.reset(std::move(messages));
+    }
+    if (!backgroundTasks.isEmpty() && m_backgroundTasks.tasks().isEmpty())
+        m_backgroundTasks.reset(std::move(backgroundTasks));
+}
+
 void ProjectChat::seedRestoredContext(const std::optional<ContextLive> &live)
 {
     m_contextLive = live;

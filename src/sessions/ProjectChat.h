@@ -173,6 +173,9 @@ public:
        The first turn then continues it. */
     void seedResume(const QString &sessionId, QList<ChatMessage> messages,
                     QList<BackgroundTask> backgroundTasks);
+    /** What was said before, for a session that was opened on a conversation without reading it; it stands
+       before what has been said since. */
+    void seedHistory(QList<ChatMessage> messages, QList<BackgroundTask> backgroundTasks);
     void seedRestoredContext(const std::optional<ContextLive> &live);
     bool addAttachment(const QString &path);
     void removeAttachment(const QString &path);

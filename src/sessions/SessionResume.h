@@ -25,6 +25,15 @@ enum class ResumeDeleteOutcome {
     Failed,
 };
 
+/** A conversation as an earlier run left it: whether it is still there has not been looked at. */
+struct RememberedConversation {
+    QString id;
+    QString alias; ///< the project
+    QString title; ///< may be empty
+
+    bool operator==(const RememberedConversation &) const = default;
+};
+
 /** The one place where a conversation becomes an open session again. Main thread; files are read on the pool.
  */
 class SessionResume : public QObject
@@ -45,6 +54,16 @@ public:
        when its project is gone. `done` is not called once `context` is. */
     void resumeSession(const ResumableSession &session, QObject *context, Done done);
 
+    /** Calls `found` with those that are still there, in this order; the log is told of the others. `found`
+       is not called once `context` is gone. */
+    void find(const QList<RememberedConversation> &conversations, QObject *context,
+              std::function<void(const QList<ResumableSession> &)> found);
+    /** Opens a session on a conversation and leaves its transcript unread; null when a session is open on it
+       or its project is gone. */
+    ProjectChat *openUnread(const ResumableSession &session);
+    /** Fills a session that openUnread() made; any other has all it can have. */
+    void read(ProjectChat *chat);
+
     /** Moves the transcript to the Trash. */
     [[nodiscard]] ResumeDeleteOutcome deleteResumableSession(const ResumableSession &session);
     /** The conversation that was thrown away last and can be brought back. */
@@ -60,6 +79,7 @@ private:
     };
 
     [[nodiscard]] ProjectChat *open(const ResumableSession &session, const PastConversation &past);
+    void logResumed(const ProjectChat &chat, const ResumableSession &session, const PastConversation &past);
     void refreshUntitledResumeTitle(ProjectChat *chat, const ResumableSession &session);
 
     AgentSessionStore &m_store;
@@ -67,6 +87,7 @@ private:
     Log m_log;
     QHash<QString, QList<Waiter>>
         m_loading; // by conversation id: one is read once, however often it is asked for
+    QHash<QUuid, ResumableSession> m_unread; // by session
     std::optional<ResumableSession> m_lastDeleted;
     ClaudeSessionHistory::TrashedFile m_trashed; // its file
 };

@@ -175,6 +175,79 @@ private Q_SLOTS:
         QVERIFY(desk.log.constFirst().endsWith(u" (1 msgs) · workflows 1 restored, 1 skipped"_s));
     }
 
+    void whatWasThrownAwayComesBack()
+    {
+        using ClaudeSessionHistory::TrashReturn;
+        ResumeDesk desk;
+        desk.past.write(u"c"_s, {PastConversations::said(u"고쳐줘"_s)});
+        const ResumableSession session = desk.session(u"c"_s, u"제목"_s);
+        const auto throwAway = [&] {
+            return desk.resume.deleteResumableSession(session) == ResumeDeleteOutcome::Deleted;
+        };
+        const QDir trash(qEnvironmentVariable("XDG_DATA_HOME") + u"/Trash"_s);
+        QVERIFY(throwAway());
+        QCOMPARE(desk.resume.lastDeleted(), session);
+        const auto inTrash = [&](const QString &part) {
+            return QDir(trash.filePath(part)).entryList({u"c*"_s}, QDir::Files).size();
+        };
+        const auto before = inTrash(u"info"_s);
+        QCOMPARE(inTrash(u"files"_s), before);
+        QCOMPARE(desk.resume.undoDelete(), TrashReturn::Returned);
+        QCOMPARE(inTrash(u"files"_s), before - 1);
+        QCOMPARE(inTrash(u"info"_s), before - 1);
+        QCOMPARE(desk.opened(session)->messages().rows().size(), 1);
+        desk.store.remove(desk.store.sessions().first()->id());
+        QCOMPARE(desk.resume.undoDelete(), TrashReturn::Gone); // once
+
+        QVERIFY(throwAway());
+        desk.past.write(u"c"_s, {PastConversations::said(u"딴 말"_s)});
+        QCOMPARE(desk.resume.undoDelete(), TrashReturn::Occupied);
+        QCOMPARE(desk.opened(session)->messages().rows().first().text, u"딴 말"_s);
+        QVERIFY(QFile::remove(session.path));
+        QCOMPARE(desk.resume.undoDelete(), TrashReturn::Returned); // its place is free again
+    }
+
+    void anUnreadConversationIsReadWhenItIsWanted()
+    {
+        ResumeDesk desk;
+        desk.past.write(u"c"_s, {PastConversations::said(u"고쳐줘"_s), PastConversations::answered(u"네"_s)});
+        desk.past.write(u"c"_s, {PastConversations::said(u"고쳐줘"_s)}, 900, desk.past.otherFolder());
+        QStringList found;
+        std::optional<ResumableSession> session;
+        desk.resume.find({{u"c"_s, u"a"_s, u"제목"_s},
+                          {u"gone"_s, u"a"_s, {}},
+                          {u"c"_s, u"no project"_s, {}},
+                          {u"../c"_s, u"a"_s, {}}},
+                         &desk.store, [&](const QList<ResumableSession> &sessions) {
+                             for (const ResumableSession &each : sessions)
+                                 found << each.path;
+                             session = sessions.value(0);
+                         });
+        QTRY_VERIFY(session);
+        QCOMPARE(found, QStringList {desk.past.path(u"c"_s)}); // of two the one that was written last
+        QCOMPARE(desk.log.size(), 3);
+
+        QStringList known;
+        QObject::connect(&desk.store, &AgentSessionStore::sessionAdded, &desk.store,
+                         [&](const ProjectChat *chat) { known << chat->sessionId(); });
+        ProjectChat *chat = desk.resume.openUnread(*session);
+        QVERIFY(chat && !desk.resume.openUnread(*session));
+        QCOMPARE(known, QStringList {u"c"_s}); // whoever hears of it knows which one it is
+        QCOMPARE(chat->title(), u"제목"_s);
+        QCOMPARE(desk.opened(*session), chat);
+        QVERIFY(chat->messages().isEmpty());
+        QCOMPARE(desk.resume.deleteResumableSession(*session), ResumeDeleteOutcome::Blocked);
+
+        desk.resume.read(chat);
+        desk.resume.read(chat);
+        chat->appendSystemNote(u"먼저 온 말"_s);
+        QTRY_COMPARE(chat->messages().rows().size(), 3);
+        QCOMPARE(chat->messages().rows().last().text, u"먼저 온 말"_s);
+        QTest::qWait(20);
+        QCOMPARE(chat->messages().rows().size(), 3);
+        QVERIFY(!chat->childIsRunning());
+    }
+
     void anUntitledConversationGetsItsTitleLater()
     {
         ResumeDesk desk;

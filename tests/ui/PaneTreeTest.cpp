@@ -27,6 +27,11 @@ QString conversation(const QUuid &id)
     return u"c%1"_s.arg(id.data1);
 }
 
+PanePlace place(const QUuid &id)
+{
+    return {conversation(id), u"billing"_s, u"일"_s};
+}
+
 /** "(0 1*|2)/3" and so on: "|" side by side, "/" one above the other, "*" shown, "-" an empty pane. */
 QString drawn(const PaneNode &node)
 {
@@ -154,7 +159,7 @@ private Q_SLOTS:
                 happen(tree, open);
                 checkTree(tree, open);
                 if (step % 20 == 0) { // another run of the program
-                    tree = PaneTree::fromJson(tree.toJson(conversation));
+                    tree = PaneTree::fromJson(tree.toJson(place));
                     open.clear();
                     checkTree(tree, open);
                 }
@@ -268,7 +273,7 @@ private Q_SLOTS:
         PaneTree tree = withSessions(3);
         tree.split(tree.focused().id, PaneSide::Below, session(1));
         tree.resize(tree.root().id, 0.7);
-        PaneTree later = PaneTree::fromJson(tree.toJson(conversation));
+        PaneTree later = PaneTree::fromJson(tree.toJson(place));
         QCOMPARE(drawn(later.root()), u"(-/-)"_s);
         QCOMPARE(later.root().ratio, 0.7);
         QCOMPARE(later.focused().id, later.panes().at(1)->id);
@@ -277,7 +282,25 @@ private Q_SLOTS:
         QCOMPARE(drawn(later.root()), u"(0*/5*)"_s);
         QVERIFY(later.remove(session(5))); // the pane is an ordinary one now
         QCOMPARE(drawn(later.root()), u"0*"_s);
-        QVERIFY(withSessions(3).toJson(conversation).isEmpty());
+        QVERIFY(PaneTree().toJson(place).isEmpty());
+    }
+
+    void whatWasShownIsShownAgain()
+    {
+        PaneTree tree = withSessions(4);
+        tree.show(session(2));
+        PaneTree later = PaneTree::fromJson(tree.toJson(place));
+        QCOMPARE(later.root().places.size(), 4);
+        QCOMPARE(later.root().places.at(1), place(session(1)));
+        for (const int number : {0, 1, 2}) {
+            later.add(session(number), conversation(session(number)));
+        }
+        QCOMPARE(drawn(later.root()), u"0 1 2*"_s);
+        // Whoever has not come back yet keeps the place over a further run.
+        QCOMPARE(later.toJson(place), tree.toJson(place));
+        QVERIFY(later.forgetPlaces());
+        QCOMPARE(PaneTree::fromJson(later.toJson(place)).root().places.size(), 3);
+        QVERIFY(!later.forgetPlaces());
     }
 
     void whatIsNoLayoutIsOnePane_data()
@@ -304,7 +327,7 @@ private Q_SLOTS:
         QTest::newRow("no ratio") << layout(split("\"half\"", pane, pane));
         QTest::newRow("a part that is none") << layout(split("0.5", pane, "7"));
         QTest::newRow("too many") << layout(deep);
-        QTest::newRow("too long") << layout(split("0.5", pane, pane)) + QByteArray(100000, ' ');
+        QTest::newRow("too long") << layout(split("0.5", pane, pane)) + QByteArray(3 * 1024 * 1024, ' ');
     }
 
     void whatIsNoLayoutIsOnePane()

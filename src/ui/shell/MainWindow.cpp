@@ -79,6 +79,9 @@ struct WindowObjects : QObject {
         // The desktop is not asked for anything before the window is there.
         connect(&window, &QQuickWindow::frameSwapped, &attention, &Attention::begin,
                 static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+        // Nor is the disk asked for what the panes held.
+        connect(&window, &QQuickWindow::frameSwapped, &workspace, &Workspace::restoreConversations,
+                static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
         connect(&attention, &Attention::endAsked, qApp, &endProgram, Qt::QueuedConnection);
         connect(&geometrySettled, &QTimer::timeout, this, [this, &window] {
             if (window.isVisible() && window.visibility() == QWindow::Windowed) {

@@ -13,6 +13,7 @@ Item {
     required property PaneTabs tabs
     required property int shownIndex
     required property bool focused
+    required property bool expecting
 
     readonly property bool lone: workspace.panes.count === 1
     readonly property bool bare: shownIndex < 0
@@ -20,9 +21,9 @@ Item {
     // Not by its type: a start without sessions does not read that.
     readonly property var shownTabs: strip.item
 
-    signal resumeRequested()
     // By the keyboard, while another pane was the focused one.
     signal entered()
+    signal resumeRequested()
     signal tabMenuRequested(Item tab, string key, string title)
     signal tabDragged(point scenePoint)
 
@@ -64,7 +65,7 @@ Item {
         readonly property bool ready: frame.workspace.hasProjects
 
         anchors.centerIn: parent
-        visible: frame.bare && !(frame.lone && frame.workspace.agentMissing)
+        visible: frame.bare && !frame.expecting && !(frame.lone && frame.workspace.agentMissing)
         title: ready ? "열린 세션이 없습니다" : "Vesk"
         text: ready ? "새 세션을 열면 여기에서 에이전트와 대화합니다"
             : "프로젝트 폴더를 이 창에 끌어다 놓아도 됩니다"

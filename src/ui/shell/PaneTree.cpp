@@ -33,6 +33,22 @@ void collectPanes(const PaneNode &node, QList<const PaneNode *> &panes)
     }
 }
 
+bool hasPlaceFor(const PaneNode &node, const QString &conversation)
+{
+    return std::ranges::find(node.places, conversation, &PanePlace::conversation) != node.places.end();
+}
+
+bool dropPlaces(PaneNode &node)
+{
+    bool any = !node.places.isEmpty();
+    node.places.clear();
+    node.shownPlace.clear();
+    for (PaneNode &part : node.parts) {
+        any = dropPlaces(part) || any;
+    }
+    return any;
+}
+
 /** The pane of this part that lies at its end, or its beginning, in a direction. */
 const PaneNode &paneAtEdge(const PaneNode &node, Qt::Orientation direction, bool atEnd)
 {
@@ -105,15 +121,15 @@ bool PaneTree::add(const QUuid &session, const QString &conversation)
     }
     PaneNode *pane = conversation.isEmpty()
         ? nullptr
-        : findNode(m_root, [&](const PaneNode &node) { return node.places.contains(conversation); });
+        : findNode(m_root, [&](const PaneNode &node) { return hasPlaceFor(node, conversation); });
     if (pane) {
-        pane->places.removeOne(conversation);
+        pane->places.removeIf([&](const PanePlace &place) { return place.conversation == conversation; });
     } else {
         pane = held(m_focused);
     }
     pane->tabs.append(session);
     pane->kept = false;
-    if (pane->shown.isNull()) {
+    if (pane->shown.isNull() || (!conversation.isEmpty() && pane->shownPlace == conversation)) {
         pane->shown = session;
     }
     return true;
@@ -152,6 +168,11 @@ bool PaneTree::focus(int pane)
     }
     m_focused = pane;
     return true;
+}
+
+bool PaneTree::forgetPlaces()
+{
+    return dropPlaces(m_root);
 }
 
 bool PaneTree::move(const QUuid &session, int pane, int position)

@@ -17,6 +17,15 @@ namespace Vesk
 /** A side of a pane, in the order of Panes::Side. */
 enum class PaneSide { Left, Right, Above, Below };
 
+/** A conversation that has a place in a pane. */
+struct PanePlace {
+    QString conversation; ///< its id; empty for none
+    QString project;
+    QString title;
+
+    bool operator==(const PanePlace &) const = default;
+};
+
 /** A pane, or a split with two parts; never both. Ids are above zero and stay as long as the node does. */
 struct PaneNode {
     int id = 0;
@@ -28,9 +37,10 @@ struct PaneNode {
 
     // A pane:
     QList<QUuid> tabs;
-    QUuid shown;        ///< one of the tabs; null only without any
-    QStringList places; ///< conversations that were here in an earlier run and would come back here
-    bool kept = false;  ///< without tabs, but there since an earlier run
+    QUuid shown;             ///< one of the tabs; null only without any
+    QList<PanePlace> places; ///< who was here in an earlier run and would come back here
+    QString shownPlace;      ///< the conversation among them that was shown
+    bool kept = false;       ///< without tabs, but there since an earlier run
 
     [[nodiscard]] bool isPane() const { return parts.empty(); }
 };
@@ -63,6 +73,8 @@ public:
     /** Brings it to the front of its pane, and the focus there. */
     bool show(const QUuid &session);
     bool focus(int pane);
+    /** Nobody comes back any more. */
+    bool forgetPlaces();
     /** Before the tab that is now at `position`, behind the last one without it; shown and focused there. */
     bool move(const QUuid &session, int pane, int position = -1);
     /** Into a new pane that takes half of this one. */
@@ -73,9 +85,9 @@ public:
     /** All panes that lie in this split's direction become as long as each other. */
     bool even(int split);
 
-    /** What can be there again in a later run, as JSON; empty for one pane alone. */
-    [[nodiscard]] QByteArray toJson(const std::function<QString(const QUuid &)> &conversationOf) const;
-    /** Text that is not a whole layout within the limits yields one pane. */
+    /** What can be there again in a later run, as JSON; empty for one pane in which that is nobody. */
+    [[nodiscard]] QByteArray toJson(const std::function<PanePlace(const QUuid &)> &placeOf) const;
+    /** Text that is not a whole layout within the limits yields one pane without places. */
     [[nodiscard]] static PaneTree fromJson(const QByteArray &json);
 
 private:

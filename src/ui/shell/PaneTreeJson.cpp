@@ -1,5 +1,6 @@
 // How a layout is written down. {"focused": n, "root": node}; a node is {"split": "right" or "down", "ratio":
-// 0.5, "parts": [node, node]} or {"places": [conversation, ...]}; n counts the panes from 0 in reading order.
+// 0.5, "parts": [node, node]} or {"places": [place, ...], "shown": conversation}; a place is {"id":
+// conversation, "project": alias, "title": text}; n counts the panes from 0 in reading order.
 #include "ui/shell/PaneTree.h"
 
 #include <QJsonArray>
@@ -14,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-constexpr qsizetype longestText = 64 * 1024;
+constexpr qsizetype longestText = 2 * 1024 * 1024;
 constexpr qsizetype mostPlaces = 64;
 constexpr qsizetype longestPlace = 128;
 
@@ -22,28 +23,54 @@ constexpr auto splitKey = "split"_L1;
 constexpr auto ratioKey = "ratio"_L1;
 constexpr auto partsKey = "parts"_L1;
 constexpr auto placesKey = "places"_L1;
+constexpr auto shownKey = "shown"_L1;
+constexpr auto idKey = "id"_L1;
+constexpr auto projectKey = "project"_L1;
+constexpr auto titleKey = "title"_L1;
 constexpr auto focusedKey = "focused"_L1;
 constexpr auto rootKey = "root"_L1;
 
-QJsonObject paneJson(const PaneNode &node, const std::function<QString(const QUuid &)> &conversationOf)
+bool isWritable(const PanePlace &place)
+{
+    return !place.conversation.isEmpty() && place.conversation.size() <= longestPlace
+        && !place.project.isEmpty() && place.project.size() <= longestPlace;
+}
+
+QJsonArray placesJson(const QList<PanePlace> &places)
+{
+    QJsonArray array;
+    QStringList known;
+    for (const PanePlace &place : places) {
+        if (!isWritable(place) || known.contains(place.conversation) || array.size() == mostPlaces) {
+            continue;
+        }
+        known.append(place.conversation);
+        array.append(QJsonObject {{idKey, place.conversation},
+                                  {projectKey, place.project},
+                                  {titleKey, place.title.left(longestPlace)}});
+    }
+    return array;
+}
+
+QJsonObject paneJson(const PaneNode &node, const std::function<PanePlace(const QUuid &)> &placeOf)
 {
     if (!node.isPane()) {
         QJsonArray parts;
         for (const PaneNode &part : node.parts) {
-            parts.append(paneJson(part, conversationOf));
+            parts.append(paneJson(part, placeOf));
         }
         return {{splitKey, node.direction == Qt::Horizontal ? u"right"_s : u"down"_s},
                 {ratioKey, node.ratio},
                 {partsKey, parts}};
     }
-    QStringList places;
+    QList<PanePlace> places;
     for (const QUuid &session : node.tabs) {
-        places.append(conversationOf(session));
+        places.append(placeOf(session));
     }
-    places.append(node.places); // who did not come back this time may do so the next
-    places.removeIf([](const QString &place) { return place.isEmpty() || place.size() > longestPlace; });
-    places.removeDuplicates();
-    return {{placesKey, QJsonArray::fromStringList(places.mid(0, mostPlaces))}};
+    places.append(node.places); // who has not come back yet
+    const QString shown =
+        node.places.isEmpty() && !node.shown.isNull() ? placeOf(node.shown).conversation : node.shownPlace;
+    return {{placesKey, placesJson(places)}, {shownKey, shown.left(longestPlace)}};
 }
 
 /** What is still allowed while a layout is read. */
@@ -60,12 +87,14 @@ bool readPane(const QJsonObject &json, PaneNode &node, PaneBudget &budget)
             return false;
         }
         node.kept = true;
-        for (const QJsonValue &place : json.value(placesKey).toArray()) {
-            const QString text = place.toString();
-            if (!text.isEmpty() && text.size() <= longestPlace && node.places.size() < mostPlaces) {
-                node.places.append(text);
+        for (const QJsonValue &each : json.value(placesKey).toArray()) {
+            const PanePlace place {each[idKey].toString(), each[projectKey].toString(),
+                                   each[titleKey].toString().left(longestPlace)};
+            if (isWritable(place) && node.places.size() < mostPlaces) {
+                node.places.append(place);
             }
         }
+        node.shownPlace = json.value(shownKey).toString();
         return true;
     }
     const QString way = json.value(splitKey).toString();
@@ -87,15 +116,15 @@ bool readPane(const QJsonObject &json, PaneNode &node, PaneBudget &budget)
 
 } // namespace
 
-QByteArray PaneTree::toJson(const std::function<QString(const QUuid &)> &conversationOf) const
+QByteArray PaneTree::toJson(const std::function<PanePlace(const QUuid &)> &placeOf) const
 {
-    if (m_root.isPane()) {
+    const QJsonObject root = paneJson(m_root, placeOf);
+    if (root.value(placesKey).isArray() && root.value(placesKey).toArray().isEmpty()) {
         return {};
     }
     const auto inOrder = panes();
     const auto focused = std::ranges::find(inOrder, m_focused, &PaneNode::id) - inOrder.begin();
-    return QJsonDocument(QJsonObject {{focusedKey, static_cast<int>(focused)},
-                                      {rootKey, paneJson(m_root, conversationOf)}})
+    return QJsonDocument(QJsonObject {{focusedKey, static_cast<int>(focused)}, {rootKey, root}})
         .toJson(QJsonDocument::Compact);
 }
 
@@ -107,7 +136,8 @@ PaneTree PaneTree::fromJson(const QByteArray &json)
     const QJsonObject layout = QJsonDocument::fromJson(json).object();
     PaneTree tree;
     PaneBudget budget;
-    if (!readPane(layout.value(rootKey).toObject(), tree.m_root, budget) || tree.m_root.isPane()) {
+    if (!readPane(layout.value(rootKey).toObject(), tree.m_root, budget)
+        || (tree.m_root.isPane() && tree.m_root.places.isEmpty())) {
         return {};
     }
     tree.m_lastId = budget.lastId;

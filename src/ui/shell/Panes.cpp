@@ -87,11 +87,9 @@ Panes::~Panes() = default;
 
 QHash<int, QByteArray> Panes::roleNames() const
 {
-    return {{PaneRole, "pane"},
-            {PlaceRole, "place"},
-            {TabsRole, "tabs"},
-            {ShownIndexRole, "shownIndex"},
-            {FocusedRole, "focused"}};
+    return {{PaneRole, "pane"},       {PlaceRole, "place"},
+            {TabsRole, "tabs"},       {ShownIndexRole, "shownIndex"},
+            {FocusedRole, "focused"}, {ExpectingRole, "expecting"}};
 }
 
 QVariant Panes::data(const QModelIndex &index, int role) const
@@ -111,6 +109,8 @@ QVariant Panes::data(const QModelIndex &index, int role) const
         return static_cast<int>(pane->tabs.indexOf(pane->shown));
     case FocusedRole:
         return pane->id == focusedPane();
+    case ExpectingRole:
+        return m_expecting && pane->tabs.isEmpty() && !pane->places.isEmpty();
     default:
         return {};
     }
@@ -120,6 +120,12 @@ void Panes::setTree(PaneTree tree)
 {
     m_tree = std::move(tree);
     update();
+}
+
+void Panes::setExpecting(bool expecting)
+{
+    m_expecting = expecting;
+    noteAllChanged();
 }
 
 void Panes::setArea(const QSizeF &area)
@@ -133,6 +139,9 @@ void Panes::setArea(const QSizeF &area)
 
 void Panes::update()
 {
+    if (m_inOneGo) {
+        return;
+    }
     m_layout = layoutPanes(m_tree, m_area);
     const auto panes = m_tree.panes();
     QStringList rows;

@@ -77,6 +77,7 @@ public:
         TabsRole,
         ShownIndexRole, ///< -1 in a pane without tabs
         FocusedRole,
+        ExpectingRole, ///< without tabs yet, but soon with those of an earlier run
     };
 
     Panes(Runtime &runtime, SessionRoster &roster, QObject *parent);
@@ -100,6 +101,18 @@ public:
         }
         return changed;
     }
+
+    /** All that `work` changes is shown by one treeChanged() after it. */
+    template <typename Work>
+    void inOneGo(Work work)
+    {
+        m_inOneGo = true;
+        work();
+        m_inOneGo = false;
+        update();
+    }
+    /** Who was here in an earlier run is about to come back. */
+    void setExpecting(bool expecting);
 
     [[nodiscard]] QSizeF area() const { return m_area; }
     void setArea(const QSizeF &area);
@@ -139,6 +152,8 @@ private:
     PaneTree m_tree;
     PaneLayout m_layout;
     QSizeF m_area;
+    bool m_inOneGo = false;
+    bool m_expecting = false;
     PaneSplits m_splits;
     std::map<int, std::unique_ptr<PaneTabs>> m_tabs;
 };

@@ -27,7 +27,7 @@ Workspace::Workspace(Runtime &runtime, SessionRoster::Clock clock, QObject *pare
     , m_sidebar(runtime, m_roster, nullptr)
     , m_myTurn(runtime, m_roster, nullptr)
     , m_panes(runtime, m_roster, nullptr)
-    , m_memory(runtime.preferences(), m_panes, m_roster)
+    , m_memory(runtime, m_panes, m_roster)
     , m_tabDrag(m_panes)
     , m_seen(m_roster, seenAfterMs)
 {

@@ -63,6 +63,8 @@ public:
     [[nodiscard]] SidebarModel *sidebar() { return &m_sidebar; }
     [[nodiscard]] MyTurnModel *myTurn() { return &m_myTurn; }
     [[nodiscard]] SessionRoster &roster() { return m_roster; }
+    /** The conversations of the earlier run come back into their panes. After the first frame. */
+    void restoreConversations() { m_memory.restore(); }
     [[nodiscard]] ProjectChat *currentChat() const;
     [[nodiscard]] QString currentKey() const;
     [[nodiscard]] int currentIndex() const;
