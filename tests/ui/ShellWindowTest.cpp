@@ -438,6 +438,9 @@ private Q_SLOTS:
         QTRY_VERIFY(theatre.shows(u"대화 43개"_s));
         theatre.press(Qt::Key_End);
         theatre.press(Qt::Key_Delete);
+        QTRY_VERIFY(theatre.shows(u"대화를 휴지통으로 옮길까요?"_s));
+        theatre.picture(u"resume-delete-"_s + theme);
+        theatre.click(u"휴지통으로"_s);
         QTRY_VERIFY(theatre.shows(u"대화 42개"_s));
         QVERIFY(!QFile::exists(billing.path(u"d39"_s)));
         QTRY_VERIFY(theatre.shows(u"휴지통으로 옮겼습니다"_s));
@@ -447,6 +450,8 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(billing.path(u"d39"_s)) && !theatre.shows(u"휴지통으로 옮겼습니다"_s));
         theatre.press(Qt::Key_End); // the list has the keys again
         theatre.press(Qt::Key_Delete);
+        QTRY_VERIFY(theatre.shows(u"대화를 휴지통으로 옮길까요?"_s));
+        theatre.click(u"휴지통으로"_s);
         QTRY_VERIFY(theatre.shows(u"휴지통으로 옮겼습니다"_s));
         billing.write(u"d39"_s, {Test::PastConversations::titled(u"다시 생긴 것"_s)});
         theatre.press(Qt::Key_Z, Qt::ControlModifier);

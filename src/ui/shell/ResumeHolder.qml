@@ -10,8 +10,11 @@ Item {
 
     // Not by its type: naming that here would load it before the first frame.
     readonly property var item: loader.item
+    // Where the keys were when a question about a conversation came up.
+    property bool asked: false
 
     signal resumed(string key)
+    signal deleteRequested(string key, string title)
     signal closed()
 
     function open(): void {
@@ -23,6 +26,13 @@ Item {
         loader.source = ""
         view.hide()
         closed()
+    }
+    function takeFocusBack(): bool {
+        const takes = asked && item !== null
+        asked = false
+        if (takes)
+            item.focusList()
+        return takes
     }
 
     // In a small window the session keeps the larger part.
@@ -40,5 +50,9 @@ Item {
     Connections {
         target: holder.view
         function onResumed(sessionKey: string): void { holder.resumed(sessionKey) }
+        function onDeleteConfirmationNeeded(key: string, title: string): void {
+            holder.asked = true
+            holder.deleteRequested(key, title)
+        }
     }
 }
