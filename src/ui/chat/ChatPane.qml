@@ -84,8 +84,8 @@ FocusScope {
         FitColumn {
             id: middle
 
-            readonly property real barsHeight: [pending, notices, background, running]
-                .reduce((sum, bar) => sum + (bar.visible ? bar.height : 0), 0)
+            readonly property real barsHeight: (pending.visible ? pending.height : 0) + (notices.visible ? notices.height : 0)
+                + (background.visible ? background.height : 0) + (running.visible ? running.height : 0)
 
             Layout.fillWidth: true
             room: pane.height - composer.implicitHeight
