@@ -1,7 +1,5 @@
 #include "git/GitStatusReader.h"
 
-#include <QHash>
-
 #include <algorithm>
 #include <vector>
 
@@ -12,35 +10,48 @@ namespace
 
 constexpr int none = -1;
 
-/** Lane by lane, the commit that it waits for. Commits are small numbers here, so that nothing compares text.
- */
+/** Tells most hashes apart without a look at their text. Never 0, which stands for a free lane. */
+quint64 keyOf(const QString &hash)
+{
+    constexpr qsizetype enough = 16;
+    constexpr quint64 factor = 1'099'511'628'211U;
+    quint64 key = 0;
+    for (const QChar c : QStringView(hash).first(std::min(hash.size(), enough)))
+        key = (key ^ c.unicode()) * factor;
+    return key | 1U;
+}
+
+/** Lane by lane, the commit that it waits for. A graph is seldom wide, so looking at every lane is the
+ * fastest. */
 class Lanes
 {
 public:
-    /** The lane of a commit, which is free from then on. */
-    int take(int commit)
+    /** Where a commit is waited for: at most one lane does. */
+    [[nodiscard]] int laneOf(const QString &hash) const
     {
-        grow(commit);
-        int lane = m_laneOf[static_cast<std::size_t>(commit)];
+        const quint64 key = keyOf(hash);
+        for (auto at = m_keys.begin(); (at = std::find(at, m_keys.end(), key)) != m_keys.end(); ++at) {
+            if (m_hashes[static_cast<std::size_t>(at - m_keys.begin())] == hash)
+                return static_cast<int>(at - m_keys.begin());
+        }
+        return none;
+    }
+
+    /** The lane of a commit, which is free from then on. */
+    int take(const QString &hash)
+    {
+        const int lane = laneOf(hash);
         if (lane == none)
             return firstFree();
-        m_laneOf[static_cast<std::size_t>(commit)] = none;
-        m_waiting[static_cast<std::size_t>(lane)] = none;
+        m_keys[static_cast<std::size_t>(lane)] = free;
         ++m_freeCount;
         return lane;
     }
 
-    /** Where a parent is waited for: at most one lane does. */
-    int laneOf(int commit)
+    void wait(int lane, const QString &hash)
     {
-        grow(commit);
-        return m_laneOf[static_cast<std::size_t>(commit)];
-    }
-
-    void wait(int lane, int commit)
-    {
-        m_waiting[static_cast<std::size_t>(lane)] = commit;
-        m_laneOf[static_cast<std::size_t>(commit)] = lane;
+        m_keys[static_cast<std::size_t>(lane)] = keyOf(hash);
+        m_hashes[static_cast<std::size_t>(lane)] = hash;
         --m_freeCount;
     }
 
@@ -48,47 +59,30 @@ public:
     int firstFree()
     {
         if (m_freeCount == 0) {
-            m_waiting.push_back(none);
+            m_keys.push_back(free);
+            m_hashes.emplace_back();
             m_freeCount = 1;
             return count() - 1;
         }
-        return static_cast<int>(std::ranges::find(m_waiting, none) - m_waiting.begin());
+        return static_cast<int>(std::ranges::find(m_keys, free) - m_keys.begin());
     }
 
-    [[nodiscard]] int count() const { return static_cast<int>(m_waiting.size()); }
+    [[nodiscard]] int count() const { return static_cast<int>(m_keys.size()); }
 
     void trim()
     {
-        for (; !m_waiting.empty() && m_waiting.back() == none; --m_freeCount)
-            m_waiting.pop_back();
+        for (; !m_keys.empty() && m_keys.back() == free; --m_freeCount) {
+            m_keys.pop_back();
+            m_hashes.pop_back();
+        }
     }
 
 private:
-    void grow(int commit)
-    {
-        const auto needed = static_cast<std::size_t>(commit) + 1;
-        if (m_laneOf.size() < needed)
-            m_laneOf.resize(std::max(needed, m_laneOf.size() * 2), none);
-    }
+    static constexpr quint64 free = 0;
 
-    std::vector<int> m_waiting; // by lane
-    std::vector<int> m_laneOf;  // by commit
+    std::vector<quint64> m_keys;
+    std::vector<QString> m_hashes; // of a free lane the last one
     int m_freeCount = 0;
-};
-
-class CommitNumbers
-{
-public:
-    int of(const QString &hash)
-    {
-        int &numberAndOne = m_numbers[hash];
-        if (numberAndOne == 0)
-            numberAndOne = static_cast<int>(m_numbers.size());
-        return numberAndOne - 1;
-    }
-
-private:
-    QHash<QString, int> m_numbers;
 };
 
 } // namespace
@@ -97,13 +91,11 @@ QList<GraphRow> layout(const QList<GitCommit> &commits)
 {
     QList<GraphRow> rows;
     rows.reserve(commits.size());
-    CommitNumbers numbers;
     Lanes lanes;
     for (const GitCommit &commit : commits) {
-        GraphRow row {.commit = commit, .lane = lanes.take(numbers.of(commit.hash))};
+        GraphRow row {.commit = commit, .lane = lanes.take(commit.hash)};
         bool isFirst = true;
-        for (const QString &hash : commit.parents) {
-            const int parent = numbers.of(hash);
+        for (const QString &parent : commit.parents) {
             int lane = lanes.laneOf(parent);
             if (lane == none) {
                 // The first parent goes on in the commit's own lane: that keeps the main line straight.
