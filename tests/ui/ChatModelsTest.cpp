@@ -331,6 +331,7 @@ private Q_SLOTS:
         row("ends a syllable", Qt::Key_Return, Qt::NoModifier, false, 3, ComposerKey::InputMethod);
         row("later", Qt::Key_Return, Qt::NoModifier, false, 400, ComposerKey::Send);
         row("escape", Qt::Key_Escape, Qt::NoModifier, false, -1, ComposerKey::Interrupt);
+        row("escape ends a syllable", Qt::Key_Escape, Qt::NoModifier, false, 3, ComposerKey::InputMethod);
         row("composing escape", Qt::Key_Escape, Qt::NoModifier, true, -1, ComposerKey::InputMethod);
         row("up", Qt::Key_Up, Qt::NoModifier, false, -1, ComposerKey::Older);
         row("shift up", Qt::Key_Up, Qt::ShiftModifier, false, -1, ComposerKey::Text);

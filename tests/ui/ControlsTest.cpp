@@ -1,4 +1,5 @@
 #include "support/TestRegistry.h"
+#include "ui/controls/Composition.h"
 #include "ui/controls/IconProvider.h"
 #include "ui/controls/InstallUi.h"
 #include "ui/controls/Theme.h"
@@ -231,6 +232,9 @@ private Q_SLOTS:
         done.setCommitString(u"하"_s);
         QCoreApplication::sendEvent(field, &done);
         QVERIFY(!field->property("composing").toBool());
+        QTest::keyClick(&stage.window, Qt::Key_Return); // handed on by the input method
+        QCOMPARE(stage.item->property("submits").toInt(), 0);
+        QTest::qWait(compositionEndMs + 10);
         QTest::keyClick(&stage.window, Qt::Key_Return);
         QCOMPARE(stage.item->property("submits").toInt(), 1);
         QCOMPARE(field->property("text").toString(), u"하"_s);

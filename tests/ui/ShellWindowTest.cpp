@@ -3,6 +3,7 @@
 #include "sessions/ProjectChat.h"
 #include "support/PastConversations.h"
 #include "support/TestRegistry.h"
+#include "ui/controls/Composition.h"
 #include "ui/controls/Theme.h"
 #include "ui/shell/AuditView.h"
 #include "ui/shell/Workspace.h"
@@ -247,8 +248,16 @@ private Q_SLOTS:
         QGuiApplication::sendEvent(QGuiApplication::focusObject(), &composing);
         theatre.press(Qt::Key_Return);
         QCOMPARE(stage.runtime().catalogEntries().size(), 1);
-        QInputMethodEvent cancelled;
-        QGuiApplication::sendEvent(QGuiApplication::focusObject(), &cancelled);
+        // Input methods end the syllable first and then hand the key on.
+        for (const int key : {Qt::Key_Return, Qt::Key_Escape}) {
+            QGuiApplication::sendEvent(QGuiApplication::focusObject(), &composing);
+            QInputMethodEvent ended;
+            QGuiApplication::sendEvent(QGuiApplication::focusObject(), &ended);
+            theatre.press(key);
+            QCOMPARE(stage.runtime().catalogEntries().size(), 1);
+            QVERIFY(theatre.shows(u"프로젝트 폴더 추가"_s));
+        }
+        QTest::qWait(compositionEndMs + 10);
         theatre.press(Qt::Key_Return);
         QCOMPARE(stage.runtime().catalogEntries().size(), 2);
         QCOMPARE(stage.runtime().catalogEntries().constLast().alias, u"money"_s);

@@ -2,8 +2,6 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QInputMethod>
-#include <QInputMethodEvent>
 #include <QKeyEvent>
 
 namespace Vesk
@@ -31,7 +29,7 @@ ComposerKey composerKey(int key, Qt::KeyboardModifiers modifiers, const Composit
     if ((modifiers & ~Qt::KeypadModifier) != Qt::NoModifier) {
         return ComposerKey::Text;
     }
-    const bool endedASyllable = state.sinceEndMs && *state.sinceEndMs < compositionEndMs;
+    const bool endedASyllable = state.endedJustNow();
     switch (key) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -43,7 +41,9 @@ ComposerKey composerKey(int key, Qt::KeyboardModifiers modifiers, const Composit
             : endedASyllable ? ComposerKey::InputMethod
                              : ComposerKey::TakeCandidate;
     case Qt::Key_Escape:
-        return completing ? ComposerKey::RefuseCandidates : ComposerKey::Interrupt;
+        return endedASyllable ? ComposerKey::InputMethod
+            : completing      ? ComposerKey::RefuseCandidates
+                              : ComposerKey::Interrupt;
     case Qt::Key_Up:
         return completing ? ComposerKey::PreviousCandidate : ComposerKey::Older;
     case Qt::Key_Down:
@@ -62,7 +62,7 @@ void ComposerKeys::setEditor(QQuickItem *editor)
         m_editor->removeEventFilter(this);
     }
     m_editor = editor;
-    m_composing = false;
+    m_composition = {};
     if (m_editor) {
         m_editor->installEventFilter(this);
     }
@@ -71,18 +71,8 @@ void ComposerKeys::setEditor(QQuickItem *editor)
 
 bool ComposerKeys::eventFilter(QObject *watched, QEvent *event)
 {
+    m_composition.note(*event);
     switch (event->type()) {
-    case QEvent::InputMethod: {
-        const bool composing = !static_cast<QInputMethodEvent *>(event)->preeditString().isEmpty();
-        if (m_composing && !composing) {
-            m_sinceEnd.start();
-        }
-        m_composing = composing;
-        break;
-    }
-    case QEvent::FocusOut:
-        m_composing = false;
-        break;
     case QEvent::ShortcutOverride: {
         if (meaning(*static_cast<QKeyEvent *>(event)) == ComposerKey::InputMethod) {
             event->accept();
@@ -103,7 +93,7 @@ bool ComposerKeys::eventFilter(QObject *watched, QEvent *event)
 
 ComposerKey ComposerKeys::meaning(const QKeyEvent &press) const
 {
-    return composerKey(press.key(), press.modifiers(), state(),
+    return composerKey(press.key(), press.modifiers(), m_composition.state(),
                        m_composer && m_composer->completion()->isOpen());
 }
 
@@ -142,8 +132,9 @@ bool ComposerKeys::onKey(const QKeyEvent &press)
         m_composer->completion()->refuse();
         return true;
     case ComposerKey::InputMethod:
-        if (m_composing && (press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter)) {
-            QGuiApplication::inputMethod()->commit();
+        if (m_composition.state().composing
+            && (press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter)) {
+            endComposition();
         }
         return true;
     }
@@ -154,11 +145,6 @@ bool ComposerKeys::onPaste()
 {
     const auto *data = QGuiApplication::clipboard()->mimeData();
     return m_composer && data && m_composer->attachments()->paste(*data);
-}
-
-CompositionState ComposerKeys::state() const
-{
-    return {m_composing, m_sinceEnd.isValid() ? std::optional(m_sinceEnd.elapsed()) : std::nullopt};
 }
 
 } // namespace Vesk

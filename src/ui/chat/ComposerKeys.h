@@ -2,13 +2,11 @@
 #pragma once
 
 #include "ui/chat/ComposerModel.h"
+#include "ui/controls/Composition.h"
 
-#include <QElapsedTimer>
 #include <QPointer>
 #include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
-
-#include <optional>
 
 class QKeyEvent;
 
@@ -28,16 +26,6 @@ enum class ComposerKey {
     RefuseCandidates,
     InputMethod, ///< it belongs to the syllable that is being put together, or just was
 };
-
-/** How a syllable stands at the moment of a key press. */
-struct CompositionState {
-    bool composing = false;
-    std::optional<qint64> sinceEndMs; ///< since the last one ended; absent when none did
-};
-
-/** The key that ends a syllable is given to the window too, right after the syllable's text: so close behind
-   one, Enter means the syllable and not the message. */
-inline constexpr qint64 compositionEndMs = 50;
 
 [[nodiscard]] ComposerKey composerKey(int key, Qt::KeyboardModifiers modifiers, const CompositionState &state,
                                       bool completing = false);
@@ -65,15 +53,13 @@ Q_SIGNALS:
     void interruptRequested();
 
 private:
-    [[nodiscard]] CompositionState state() const;
     [[nodiscard]] ComposerKey meaning(const QKeyEvent &press) const;
     bool onKey(const QKeyEvent &press); ///< true when the editor is not to see it
     bool onPaste();
 
     QPointer<QQuickItem> m_editor;
     QPointer<ComposerModel> m_composer;
-    bool m_composing = false;
-    QElapsedTimer m_sinceEnd;
+    CompositionWatch m_composition;
 };
 
 } // namespace Vesk

@@ -39,6 +39,9 @@ T.TextField {
         if (!composing)
             submitted()
     }
+    CompositionGuard {
+        editor: control
+    }
 
     Icon {
         x: 9
