@@ -360,6 +360,33 @@ private Q_SLOTS:
         }));
     }
 
+    void tasksKnowTheirBoxes()
+    {
+        QVERIFY(rc::check("the box of a task stands where its block says", [] {
+            const auto parts = *rc::gen::container<std::vector<std::string>>(rc::gen::element<std::string>(
+                "- [ ] a\n", "- [x] 같은 글\n", "  - [X] b\n", "* [ ]c\n", "1. [ ] d\n", "> - [x] e\n",
+                "```\n", "\n", "    - [ ] f\n", "|-|-|\n", "| a | b |\n", "😀", "글\r\n", "[ ]", "~~~\n"));
+            QString text;
+            for (const auto &part : parts) {
+                text += QString::fromStdString(part);
+            }
+            qsizetype last = -1;
+            for (const auto &block : MarkdownReader::parse(text).blocks) {
+                const bool task = block.marker == MarkdownBlock::Marker::TaskOpen
+                    || block.marker == MarkdownBlock::Marker::TaskDone;
+                RC_ASSERT(task == (block.taskAt >= 0));
+                if (task) {
+                    const auto box = QStringView(text).mid(block.taskAt - 1, 3);
+                    RC_ASSERT(block.taskAt > last);
+                    RC_ASSERT(block.marker == MarkdownBlock::Marker::TaskOpen
+                                  ? box == u"[ ]"
+                                  : box.compare(u"[x]", Qt::CaseInsensitive) == 0);
+                    last = block.taskAt;
+                }
+            }
+        }));
+    }
+
     void growingTextKeepsItsFirstBlocks()
     {
         const auto before = blocksOf(u"# a\n\nb\n\nc"_s);

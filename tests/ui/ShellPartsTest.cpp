@@ -1,7 +1,7 @@
 // The parts of the main window that need no window: rows by key, colours, remembered places.
 #include "support/TestRegistry.h"
 #include "ui/controls/KeyedRowsModel.h"
-#include "ui/shell/ProjectPalette.h"
+#include "ui/controls/ProjectPalette.h"
 #include "ui/shell/Projects.h"
 #include "ui/shell/Settings.h"
 #include "ui/shell/ViewSettings.h"

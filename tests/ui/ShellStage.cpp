@@ -1,7 +1,7 @@
 #include "ui/ShellStage.h"
 
 #include "sessions/ProjectChat.h"
-#include "ui/shell/ProjectPalette.h"
+#include "ui/controls/ProjectPalette.h"
 
 #include <QDir>
 #include <QFile>

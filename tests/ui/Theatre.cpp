@@ -50,19 +50,39 @@ bool drop(QQuickWindow &window, const QMimeData &data, const QPoint &at)
 
 Theatre::Theatre(ShellStage &stage)
 {
+    prepare();
+    m_window = createMainWindow(m_engine, stage.runtime());
+    if (m_window) {
+        stage.runtime().openMainWindow();
+        raise();
+    }
+}
+
+Theatre::Theatre(const Maker &make)
+{
+    prepare();
+    m_window = make(m_engine);
+    if (m_window) {
+        m_window->show();
+        raise();
+    }
+}
+
+void Theatre::prepare()
+{
     QObject::connect(&m_engine, &QQmlEngine::warnings, [this](const QList<QQmlError> &errors) {
         for (const QQmlError &error : errors) {
             m_warnings.append(error.toString());
         }
     });
     installUi(m_engine);
-    m_window = createMainWindow(m_engine, stage.runtime());
-    if (m_window) {
-        stage.runtime().openMainWindow();
-        m_window->resize(1440, 900);
-        m_window->requestActivate();
-        [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(m_window.get());
-    }
+}
+
+void Theatre::raise() const
+{
+    m_window->resize(1440, 900);
+    m_window->requestActivate();
+    [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(m_window.get());
 }
 
 Theatre::~Theatre() = default;

@@ -31,7 +31,10 @@ bool drop(QQuickWindow &window, const QMimeData &data, const QPoint &at);
 class Theatre
 {
 public:
-    explicit Theatre(ShellStage &stage);
+    using Maker = std::function<std::unique_ptr<QQuickWindow>(QQmlEngine &engine)>;
+
+    explicit Theatre(ShellStage &stage); ///< the main window
+    explicit Theatre(const Maker &make); ///< another one
     ~Theatre();
 
     [[nodiscard]] QQuickWindow *window() const { return m_window.get(); }
@@ -62,6 +65,9 @@ public:
     void picture(const QString &name) const;
 
 private:
+    void prepare();
+    void raise() const;
+
     QQmlEngine m_engine;
     std::unique_ptr<QQuickWindow> m_window;
     QStringList m_warnings;

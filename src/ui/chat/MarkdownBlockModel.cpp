@@ -143,6 +143,11 @@ void MarkdownBlockModel::setText(const QString &text, bool growing)
     }
 }
 
+qsizetype MarkdownBlockModel::taskAt(int row) const
+{
+    return row >= 0 && row < m_blocks.size() ? m_blocks[row].taskAt : -1;
+}
+
 void MarkdownBlockModel::copyBlock(int index) const
 {
     if (index >= 0 && index < m_blocks.size()) {

@@ -58,6 +58,9 @@ public:
     /** What a text of extreme size lost, in words; empty for a whole one. */
     [[nodiscard]] QString droppedText() const { return m_droppedText; }
 
+    /** Where in the text the sign between the brackets of this block's task stands; -1 when it is none. */
+    [[nodiscard]] qsizetype taskAt(int row) const;
+
     /** Puts the text of a block on the clipboard. */
     Q_INVOKABLE void copyBlock(int index) const;
 

@@ -8,14 +8,19 @@ Column {
 
     required property MarkdownBlockModel blocks
     property bool caret: false
+    // Tasks can be ticked.
+    property bool tickable: false
 
     signal linkChosen(string link, string html)
+    signal ticked(int block)
 
     MarkdownColumn {
         id: body
         width: column.width
         blocks: column.blocks
         listIndent: Theme.px(20)
+        tickable: column.tickable
+        onTicked: block => column.ticked(block)
         onLinkChosen: (link, html) => column.linkChosen(link, html)
     }
     Lazy {

@@ -56,6 +56,9 @@ QString fileFor(const QString &kind)
     if (kind == u"item") {
         return u"MarkdownItem"_s;
     }
+    if (kind == u"task") {
+        return u"MarkdownTask"_s;
+    }
     if (kind == u"code") {
         return u"CodeBlock"_s;
     }
@@ -178,7 +181,7 @@ void MarkdownColumn::build(int atMost)
 void MarkdownColumn::make(Block &block, int row)
 {
     auto *engine = qmlEngine(this);
-    block.kind = role(row, MarkdownBlockModel::KindRole).toString();
+    block.kind = kindOf(row);
     const int quotes = role(row, MarkdownBlockModel::QuoteDepthRole).toInt();
     const int lists = role(row, MarkdownBlockModel::ListDepthRole).toInt();
     block.inset = quotes * quoteWidth + lists * m_listIndent;
@@ -217,6 +220,8 @@ void MarkdownColumn::make(Block &block, int row)
     connect(block.item, &QQuickItem::heightChanged, this, &MarkdownColumn::layOut);
     if (block.kind == u"code") {
         connect(block.item, SIGNAL(copyRequested()), this, SLOT(onCopyRequested()));
+    } else if (block.kind == u"task") {
+        connect(block.item, SIGNAL(ticked()), this, SLOT(onTicked()));
     } else if (block.kind == u"table") {
         connect(block.item, SIGNAL(linkChosen(QString, QString)), this, SIGNAL(linkChosen(QString, QString)));
     }
@@ -249,7 +254,7 @@ void MarkdownColumn::updateRows(int first, int last)
 {
     for (int row = first; row <= std::min(last, builtCount() - 1); ++row) {
         auto &block = m_built[static_cast<size_t>(row)];
-        const bool sameKind = block.item && block.kind == role(row, MarkdownBlockModel::KindRole).toString();
+        const bool sameKind = block.item && block.kind == kindOf(row);
         const bool sameQuotes =
             (block.bars != nullptr) == (role(row, MarkdownBlockModel::QuoteDepthRole).toInt() > 0);
         if (!sameKind || !sameQuotes) {
@@ -333,11 +338,30 @@ void MarkdownColumn::onLinkHovered(const QString &link)
 
 void MarkdownColumn::onCopyRequested()
 {
-    const auto found = std::find_if(m_built.begin(), m_built.end(),
-                                    [this](const Block &block) { return block.item == sender(); });
-    if (m_blocks && found != m_built.end()) {
-        m_blocks->copyBlock(static_cast<int>(found - m_built.begin()));
+    if (const int row = rowOf(sender()); m_blocks && row >= 0) {
+        m_blocks->copyBlock(row);
     }
+}
+
+void MarkdownColumn::onTicked()
+{
+    if (const int row = rowOf(sender()); row >= 0) {
+        Q_EMIT ticked(row);
+    }
+}
+
+int MarkdownColumn::rowOf(const QObject *item) const
+{
+    const auto found = std::find_if(m_built.begin(), m_built.end(),
+                                    [item](const Block &block) { return block.item == item; });
+    return found == m_built.end() ? -1 : static_cast<int>(found - m_built.begin());
+}
+
+// A task is an item that can be ticked.
+QString MarkdownColumn::kindOf(int row) const
+{
+    const bool task = m_tickable && !role(row, MarkdownBlockModel::TaskRole).toString().isEmpty();
+    return task ? u"task"_s : role(row, MarkdownBlockModel::KindRole).toString();
 }
 
 QVariant MarkdownColumn::role(int row, int role) const
@@ -348,7 +372,7 @@ QVariant MarkdownColumn::role(int row, int role) const
 QVariantMap MarkdownColumn::propertiesOf(int row) const
 {
     using Model = MarkdownBlockModel;
-    const auto kind = role(row, Model::KindRole).toString();
+    const auto kind = kindOf(row);
     const bool quoted = role(row, Model::QuoteDepthRole).toInt() > 0;
     if (kind == u"code") {
         return {{u"text"_s, role(row, Model::ShownCodeRole)},
@@ -364,6 +388,11 @@ QVariantMap MarkdownColumn::propertiesOf(int row) const
     }
     if (kind == u"rule") {
         return {};
+    }
+    if (kind == u"task") {
+        return {{u"html"_s, role(row, Model::HtmlRole)},
+                {u"checked"_s, role(row, Model::TaskRole).toString() == u"done"},
+                {u"quoted"_s, quoted}};
     }
     if (kind == u"item") {
         return {{u"html"_s, role(row, Model::HtmlRole)},

@@ -25,6 +25,8 @@ class MarkdownColumn : public QQuickItem
     QML_ELEMENT
     Q_PROPERTY(Vesk::MarkdownBlockModel *blocks READ blocks WRITE setBlocks NOTIFY blocksChanged)
     Q_PROPERTY(qreal listIndent MEMBER m_listIndent NOTIFY metricsChanged) ///< of one list, in pixels
+    /** Tasks can be ticked: ticked() is emitted for their blocks. Set before there are blocks. */
+    Q_PROPERTY(bool tickable MEMBER m_tickable NOTIFY metricsChanged)
     /** The text that the last block shows: where more will appear. Null when it shows none. */
     Q_PROPERTY(QQuickItem *lastText READ lastText NOTIFY lastTextChanged)
     /** How many blocks wait for showMore(). */
@@ -57,6 +59,7 @@ Q_SIGNALS:
     void hiddenCountChanged();
     void linkHintChanged();
     void linkChosen(const QString &link, const QString &html);
+    void ticked(int block);
 
 protected:
     void componentComplete() override;
@@ -66,6 +69,7 @@ private Q_SLOTS:
     void onLinkActivated(const QString &link);
     void onLinkHovered(const QString &link);
     void onCopyRequested();
+    void onTicked();
 
 private:
     struct Block {
@@ -84,6 +88,8 @@ private:
     void dropFrom(int row);
     void layOut();
     void setLinkHint(const QString &address, QQuickItem *text);
+    [[nodiscard]] int rowOf(const QObject *item) const;
+    [[nodiscard]] QString kindOf(int row) const;
     [[nodiscard]] QVariant role(int row, int role) const;
     [[nodiscard]] QVariantMap propertiesOf(int row) const;
 
@@ -95,6 +101,7 @@ private:
     QPointer<QQuickItem> m_linkHintItem;
     qreal m_listIndent = 20;
     int m_limit = shownAtOnce;
+    bool m_tickable = false;
     bool m_busy = false; // its own changes call for no new layout
 };
 

@@ -10,6 +10,8 @@ T.Control {
 
     // The words of the choices.
     required property list<string> labels
+    // A drawing before each word, where given.
+    property list<string> icons
     property int currentIndex: 0
     property string label
 
@@ -49,9 +51,12 @@ T.Control {
                 required property string modelData
 
                 readonly property bool current: index === control.currentIndex
+                readonly property color ink: !control.enabled ? Theme.textOff : current ? Theme.text : Theme.text2
+                readonly property string iconName: control.icons[index] ?? ""
+                readonly property real iconSpace: iconName.length > 0 ? Theme.px(14) + 6 : 0
 
                 text: modelData
-                width: words.implicitWidth + 20
+                width: words.implicitWidth + iconSpace + 20
                 height: row.height
                 enabled: control.enabled
                 focusPolicy: Qt.NoFocus
@@ -63,13 +68,24 @@ T.Control {
                     control.choose(index)
                 }
 
-                contentItem: Label {
-                    id: words
-                    text: segment.text
-                    font: Theme.secondary
-                    horizontalAlignment: Text.AlignHCenter
-                    color: !control.enabled ? Theme.textOff : segment.current ? Theme.text : Theme.text2
-                    Accessible.ignored: true
+                contentItem: Item {
+                    Icon {
+                        x: 10
+                        anchors.verticalCenter: parent.verticalCenter
+                        visible: name.length > 0
+                        name: segment.iconName
+                        size: 14
+                        color: segment.ink
+                    }
+                    Label {
+                        id: words
+                        x: 10 + segment.iconSpace
+                        height: parent.height
+                        text: segment.text
+                        font: Theme.secondary
+                        color: segment.ink
+                        Accessible.ignored: true
+                    }
                 }
                 background: Rectangle {
                     radius: Theme.radiusSmall

@@ -1,14 +1,32 @@
 #include "ui/issues/IssuesView.h"
 
 #include "app/Runtime.h"
+#include "core/UsageRecorder.h"
 #include "issues/IssueFolderPreference.h"
+#include "issues/IssueScaffold.h"
 #include "markdown/EditorFlushers.h"
+#include "ui/controls/ProjectPalette.h"
+#include "ui/controls/Theme.h"
+
+#include <QDir>
+#include <QLoggingCategory>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickWindow>
 
 namespace Vesk
 {
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
+
+Q_LOGGING_CATEGORY(lcIssues, "vesk.ui.issues")
+
+constexpr double leastGraphHeight = 120;
+constexpr double plainGraphHeight = 320;
+const auto graphHeightKey = QStringLiteral("vesk.issues.graphHeight");
 
 QString projectFolder(const Runtime &runtime, const QString &alias)
 {
@@ -33,11 +51,18 @@ IssuesView::IssuesView(Runtime &runtime, QString alias, QObject *parent)
     connect(&m_store, &IssueStore::folderStateChanged, this, &IssuesView::folderStateChanged);
     connect(&m_store, &IssueStore::contentChanged, this, &IssuesView::contentChanged);
     connect(&m_store, &IssueStore::reloaded, this, [this] {
-        if (!m_selectedPath.isEmpty() && !m_store.itemAtPath(m_selectedPath)) {
+        if (!m_selectedPath.isEmpty() && !m_selectionHeld && !m_store.itemAtPath(m_selectedPath)) {
             select({});
         }
         Q_EMIT reloaded();
     });
+    connect(&runtime, &Runtime::catalogEntriesChanged, this, &IssuesView::projectsChanged);
+    connect(&runtime.issues(), &IssueCrossings::selectionRequested, this, [this](const QString &project) {
+        if (project == this->alias()) {
+            takeRequest();
+        }
+    });
+    takeRequest();
 }
 
 IssuesView::~IssuesView() = default;
@@ -51,6 +76,11 @@ void IssuesView::setSection(Section section)
 {
     if (m_section != section) {
         m_section = section;
+        if (section == Section::Kanban) {
+            UsageRecorder::record(FeatureSignal::IssueKanbanOpened);
+        } else if (section == Section::Graph) {
+            UsageRecorder::record(FeatureSignal::IssueGraphOpened);
+        }
         Q_EMIT sectionChanged();
     }
 }
@@ -69,6 +99,159 @@ void IssuesView::setQuery(const QString &query)
     }
 }
 
+QString IssuesView::shownFolder() const
+{
+    return ProjectPalette::shortenedPath(folderPath(), QDir::homePath());
+}
+
+int IssuesView::lane() const
+{
+    const auto &entries = m_runtime.catalogEntries();
+    for (qsizetype i = 0; i < entries.size(); ++i) {
+        if (entries[i].alias == alias()) {
+            return ProjectPalette::laneOf(entries[i], i);
+        }
+    }
+    return 0;
+}
+
+QColor IssuesView::color() const
+{
+    for (const auto &entry : m_runtime.catalogEntries()) {
+        if (entry.alias == alias()) {
+            return QColor(entry.colorHex.value_or(QString()));
+        }
+    }
+    return {};
+}
+
+QStringList IssuesView::projects() const
+{
+    QStringList aliases;
+    for (const auto &entry : m_runtime.catalogEntries()) {
+        aliases.append(entry.alias);
+    }
+    return aliases;
+}
+
+QStringList IssuesView::statusWords() const
+{
+    QStringList words;
+    for (const auto &status : IssueStatus::vocabulary(m_store.statusesSeen())) {
+        words.append(status.written());
+    }
+    return words;
+}
+
+int IssuesView::statusKind(const QString &word) const
+{
+    return static_cast<int>(IssueStatus::parse(word).kind);
+}
+
+QStringList IssuesView::problems() const
+{
+    QStringList sentences;
+    for (const auto &problem : m_store.graph().problems) {
+        sentences.append(problem.message());
+    }
+    return sentences;
+}
+
+void IssuesView::openProblem(int index)
+{
+    if (index < 0 || index >= problemCount()) {
+        return;
+    }
+    const auto id = IssueGraph::primaryID(m_store.graph().problems[index]);
+    if (!selectId(id)) {
+        tell(id + u"의 파일이 없습니다"_s);
+    }
+}
+
+QString IssuesView::problemId(int index) const
+{
+    return index >= 0 && index < problemCount() ? IssueGraph::primaryID(m_store.graph().problems[index])
+                                                : QString();
+}
+
+void IssuesView::changeTextSize(int step)
+{
+    auto &theme = Theme::shared();
+    if (step > 0) {
+        theme.zoomIn();
+    } else if (step < 0) {
+        theme.zoomOut();
+    } else {
+        theme.zoomReset();
+    }
+    m_runtime.preferences().setTextSize(qRound(theme.scale() * 100));
+}
+
+double IssuesView::graphHeight() const
+{
+    return std::max(leastGraphHeight, m_runtime.preferences().doubleValue(graphHeightKey, plainGraphHeight));
+}
+
+void IssuesView::setGraphHeight(double height)
+{
+    m_runtime.preferences().setValue(graphHeightKey, height);
+    Q_EMIT graphHeightChanged();
+}
+
+bool IssuesView::offersTriage() const
+{
+    return folderState() == FolderState::Ready && m_store.items().isEmpty() && m_store.board().rows.isEmpty();
+}
+
+void IssuesView::startTriage()
+{
+    const QString prefix = m_store.numbering().prefix;
+    m_runtime.issues().startIssueTriage(alias(), folderPath(),
+                                        !m_madeKey.isEmpty()   ? m_madeKey
+                                            : prefix.isEmpty() ? IssueScaffold::suggestedKey(alias())
+                                                               : prefix);
+}
+
+void IssuesView::noteCreated(const QString &path)
+{
+    UsageRecorder::record(FeatureSignal::IssueCreated);
+    m_store.reload();
+    setSection(Section::List);
+    setQuery({});
+    select(path);
+    Q_EMIT created();
+}
+
+void IssuesView::openProject(const QString &alias) const
+{
+    if (m_runtime.issues().openIssuesWindow) {
+        m_runtime.issues().openIssuesWindow(alias);
+    }
+}
+
+void IssuesView::workOn(const QString &path)
+{
+    m_runtime.editorFlushers().flush(path); // the session reads the file
+    m_runtime.issues().workOnIssue(alias(), path);
+}
+
+void IssuesView::noteActivated()
+{
+    m_store.reload();
+    takeRequest();
+}
+
+void IssuesView::takeRequest()
+{
+    if (const auto request = m_runtime.issues().takeSelectionRequest(alias())) {
+        m_store.reload();
+        if (const auto *item = m_store.itemAtPath(request->path)) {
+            setSection(Section::List);
+            select(item->path);
+        }
+    }
+}
+
 EditorFlushers &IssuesView::flushers()
 {
     return m_runtime.editorFlushers();
@@ -83,6 +266,10 @@ void IssuesView::select(const QString &path)
 {
     if (m_selectedPath != path) {
         m_selectedPath = path;
+        m_selectionHeld = false;
+        if (!path.isEmpty()) {
+            UsageRecorder::record(FeatureSignal::IssueDetailOpened);
+        }
         Q_EMIT selectionChanged();
     }
 }
@@ -109,10 +296,15 @@ void IssuesView::setStatus(const QString &path, const QString &word)
         Q_EMIT problem(outcome.problem);
     }
     if (outcome.change) {
-        m_lastChange = outcome.change;
-        const auto *item = m_store.itemAtPath(path);
-        Q_EMIT statusChanged(item ? item->doc.id : QString(), word);
+        noteStatusChange(*outcome.change, word);
     }
+}
+
+void IssuesView::noteStatusChange(const IssueStatusEdit::Change &change, const QString &word)
+{
+    m_lastChange = change;
+    const auto *item = m_store.itemAtPath(change.path);
+    Q_EMIT statusChanged(item ? item->doc.id : QString(), word);
 }
 
 void IssuesView::undoStatus()
@@ -128,6 +320,30 @@ void IssuesView::undoStatus()
         const auto *item = m_store.itemAtPath(change.path);
         Q_EMIT statusUndone(item ? item->doc.id : QString());
     }
+}
+
+std::unique_ptr<QQuickWindow> createIssuesWindow(QQmlEngine &engine, Runtime &runtime, const QString &alias)
+{
+    QQmlComponent component(&engine, QUrl(u"qrc:/qt/qml/Vesk/Issues/IssuesWindow.qml"_s));
+    // Qt 6.4 crashes when it is given properties for a component that could not be compiled.
+    if (!component.isReady()) {
+        for (const QQmlError &error : component.errors()) {
+            qCCritical(lcIssues).noquote() << error.toString();
+        }
+        return nullptr;
+    }
+    auto view = std::make_unique<IssuesView>(runtime, alias);
+    std::unique_ptr<QObject> object(
+        component.createWithInitialProperties({{u"view"_s, QVariant::fromValue(view.get())}}));
+    std::unique_ptr<QQuickWindow> window(qobject_cast<QQuickWindow *>(object.get()));
+    if (!window) {
+        qCCritical(lcIssues).noquote() << component.errorString();
+        return nullptr;
+    }
+    static_cast<void>(object.release());
+    view.release()->setParent(window.get()); // its last child: what the QML made goes first
+    UsageRecorder::record(FeatureSignal::IssueWindowOpened);
+    return window;
 }
 
 } // namespace Vesk

@@ -2,6 +2,7 @@
 
 #include "app/Runtime.h"
 #include "ui/controls/Theme.h"
+#include "ui/issues/IssuesView.h"
 #include "ui/shell/AddProject.h"
 #include "ui/shell/Attention.h"
 #include "ui/shell/AuditView.h"
@@ -132,6 +133,15 @@ std::unique_ptr<QQuickWindow> createMainWindow(QQmlEngine &engine, Runtime &runt
     window->setGeometry(objects->view.windowGeometry());
     objects->follow(*window);
     QObject::connect(&engine, &QQmlEngine::quit, window.get(), &endProgram, Qt::QueuedConnection);
+    ProjectWindows &windows = objects->windows;
+    windows.setFactory(ProjectWindows::Kind::Issues, [&engine, &runtime](const QString &alias) {
+        return createIssuesWindow(engine, runtime, alias);
+    });
+    runtime.issues().openIssuesWindow = [shown = QPointer<ProjectWindows>(&windows)](const QString &alias) {
+        if (shown) {
+            shown->open(ProjectWindows::Kind::Issues, alias);
+        }
+    };
     // Its last child: what the QML made goes first.
     objects.release()->setParent(window.get());
 

@@ -3,7 +3,7 @@
 #include "app/Runtime.h"
 #include "core/NewProject.h"
 #include "sessions/ProjectChat.h"
-#include "ui/shell/ProjectPalette.h"
+#include "ui/controls/ProjectPalette.h"
 
 #include <QDir>
 #include <QFile>

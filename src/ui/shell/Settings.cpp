@@ -1,7 +1,7 @@
 #include "ui/shell/Settings.h"
 
 #include "app/Runtime.h"
-#include "ui/shell/ProjectPalette.h"
+#include "ui/controls/ProjectPalette.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -2,7 +2,7 @@
 
 #include "app/Runtime.h"
 #include "sessions/ProjectChat.h"
-#include "ui/shell/ProjectPalette.h"
+#include "ui/controls/ProjectPalette.h"
 
 #include <QDir>
 

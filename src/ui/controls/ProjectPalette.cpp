@@ -1,4 +1,4 @@
-#include "ui/shell/ProjectPalette.h"
+#include "ui/controls/ProjectPalette.h"
 
 #include <QColor>
 

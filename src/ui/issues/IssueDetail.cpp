@@ -1,0 +1,405 @@
+#include "ui/issues/IssueDetail.h"
+
+#include "app/Runtime.h"
+#include "base/Text.h"
+#include "core/UsageRecorder.h"
+#include "issues/IssueBoardUpdate.h"
+#include "issues/IssueCells.h"
+#include "issues/IssueCreateContext.h"
+#include "issues/IssueFolder.h"
+#include "ui/issues/IssueText.h"
+
+#include <QDir>
+#include <QLocale>
+#include <QUrl>
+
+#include <algorithm>
+
+namespace Vesk
+{
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+constexpr int readAfterMs = 150;
+constexpr int readLongAfterMs = 700;
+constexpr qsizetype longText = 200'000;
+constexpr int reloadAfterMs = 250;
+constexpr qsizetype mostChoices = 12;
+
+/** How many characters of `text` are not in `saved`, or that are gone from it. */
+qsizetype changedCharacters(const QString &text, const QString &saved)
+{
+    const auto most = std::min(text.size(), saved.size());
+    qsizetype head = 0;
+    while (head < most && text[head] == saved[head]) {
+        ++head;
+    }
+    qsizetype tail = 0;
+    while (tail < most - head && text[text.size() - 1 - tail] == saved[saved.size() - 1 - tail]) {
+        ++tail;
+    }
+    const auto &longer = text.size() >= saved.size() ? text : saved;
+    return Text::characterCount(longer.mid(head, longer.size() - head - tail));
+}
+
+bool isOneOf(const QString &name, const QStringList &keys)
+{
+    return keys.contains(name, Qt::CaseInsensitive);
+}
+
+} // namespace
+
+IssueDetail::IssueDetail(QObject *parent)
+    : QObject(parent)
+{
+    m_readLater.setSingleShot(true);
+    connect(&m_readLater, &QTimer::timeout, this, &IssueDetail::readText);
+    m_reloadLater.setSingleShot(true);
+    m_reloadLater.setInterval(reloadAfterMs);
+    connect(&m_reloadLater, &QTimer::timeout, this, [this] {
+        m_view->reload();
+        IssueBoardUpdate::automatic(m_view->desk());
+    });
+}
+
+IssueDetail::~IssueDetail()
+{
+    close();
+}
+
+void IssueDetail::setView(IssuesView *view)
+{
+    if (m_view == view) {
+        return;
+    }
+    if (m_view) {
+        m_view->disconnect(this);
+    }
+    m_view = view;
+    if (m_view) {
+        m_links.setProjectFolder(m_view->projectPath());
+        connect(m_view, &IssuesView::selectionChanged, this, &IssueDetail::openSelected);
+        connect(m_view, &IssuesView::contentChanged, this, &IssueDetail::readRefs);
+        openSelected();
+    }
+    Q_EMIT viewChanged();
+}
+
+void IssueDetail::close()
+{
+    if (!m_document) {
+        return;
+    }
+    m_view->flushers().withdraw(m_enrolled);
+    m_document->disconnect(this);
+    m_document->flushOrEvacuate();
+    m_document->stopWatching();
+    const bool differs = !m_document->isDirty() && m_reloadLater.isActive();
+    m_readLater.stop();
+    m_reloadLater.stop();
+    m_document.release()->deleteLater();
+    m_unsavedSince = {};
+    if (differs) {
+        m_reloadLater.start();
+    }
+}
+
+void IssueDetail::openSelected()
+{
+    const QString path = m_view->selectedPath();
+    if (m_document && m_document->path() == path) {
+        return;
+    }
+    close();
+    if (!path.isEmpty()) {
+        m_document = std::make_unique<MarkdownDocumentModel>(path);
+        auto &log = m_view->runtime().auditLogger();
+        m_document->onLogInfo = [&log](const QString &line) { log.log(AuditEvent::info(line)); };
+        m_document->onLogError = [&log](const QString &line) { log.log(AuditEvent::systemError(line)); };
+        m_document->setExternalActor(u"다듬기 세션의 Claude"_s);
+        m_document->load();
+        m_document->startWatching();
+        m_enrolled = m_view->flushers().enrol(path, [document = m_document.get()] { document->save(false); });
+        connect(m_document.get(), &MarkdownDocumentModel::textChanged, this, [this] {
+            m_readLater.start(m_document->text().size() > longText ? readLongAfterMs : readAfterMs);
+        });
+        connect(m_document.get(), &MarkdownDocumentModel::savedTextChanged, this, &IssueDetail::noteSaved);
+        connect(m_document.get(), &MarkdownDocumentModel::stateChanged, this, [this] {
+            m_view->setSelectionHeld(m_document->isDirty());
+            if (m_document->isDirty() != m_unsavedSince.isValid()) {
+                m_unsavedSince = m_document->isDirty() ? QDateTime::currentDateTime() : QDateTime();
+                Q_EMIT unsavedTextChanged();
+            }
+        });
+    }
+    Q_EMIT documentChanged();
+    readText();
+}
+
+void IssueDetail::readText()
+{
+    m_readLater.stop();
+    const QString text = m_document ? m_document->text() : QString();
+    const QString path = m_view->selectedPath();
+    m_parsed =
+        m_document ? IssueDocument::parse(text, path.sliced(path.lastIndexOf(u'/') + 1)) : IssueDocument();
+    QList<IssueFieldRows::Row> fields;
+    for (const auto &field : m_parsed.fields) {
+        if (!isOneOf(field.key, IssueKeys::status()) && !isOneOf(field.key, IssueKeys::blockedBy())
+            && !isOneOf(field.key, IssueKeys::blocks())) {
+            fields.append({field.key, field.value});
+        }
+    }
+    m_fields.show(fields);
+    readRefs();
+    showPreview();
+    Q_EMIT parsedChanged();
+    Q_EMIT unsavedTextChanged();
+}
+
+void IssueDetail::readRefs()
+{
+    const auto &graph = m_view->store().graph();
+    const auto notes = IssueGraph::refNotes(m_parsed.id, graph.problems);
+    const auto rows = [&](const QStringList &keys) {
+        QList<IssueRefRows::Row> found;
+        for (const auto &ref : IssueCells::refDetails(m_parsed.rawValue(keys))) {
+            IssueRefRows::Row row {.id = ref.id, .struck = ref.struck, .missing = true};
+            row.note = notes.value(ref.id.toLower());
+            row.status = static_cast<int>(IssueStatus::Kind::Unset);
+            if (const auto *item = m_view->store().itemWithID(ref.id)) {
+                row.title = item->doc.title;
+                row.status = static_cast<int>(IssueStatus::parse(item->doc.status()).kind);
+                row.missing = false;
+            } else {
+                for (const auto &board : m_view->store().board().rows) {
+                    if (row.missing && board.id.compare(ref.id, Qt::CaseInsensitive) == 0) {
+                        row.title = board.title;
+                        row.status = static_cast<int>(IssueStatus::parse(board.status).kind);
+                        row.missing = false;
+                    }
+                }
+            }
+            found.append(row);
+        }
+        return found;
+    };
+    m_blockedBy.show(rows(IssueKeys::blockedBy()));
+    m_blocks.show(rows(IssueKeys::blocks()));
+}
+
+// The list follows when what it shows of the issue has become another.
+void IssueDetail::noteSaved()
+{
+    const auto *item = m_view->store().itemAtPath(m_document->path());
+    if (!item || IssueDocument::parse(m_document->savedText(), item->fileName()) != item->doc) {
+        m_reloadLater.start();
+    }
+}
+
+void IssueDetail::setPreviewShown(bool shown)
+{
+    if (m_previewShown != shown) {
+        m_previewShown = shown;
+        showPreview();
+        Q_EMIT previewShownChanged();
+    }
+}
+
+void IssueDetail::showPreview()
+{
+    if (!m_previewShown || !m_view) {
+        return;
+    }
+    m_previewed = m_document ? m_document->text() : QString();
+    m_preview.setText(IssueText::body(m_previewed), false);
+}
+
+int IssueDetail::statusKind() const
+{
+    return static_cast<int>(IssueStatus::parse(m_parsed.status()).kind);
+}
+
+QString IssueDetail::statusWord() const
+{
+    return m_parsed.status().value_or(QString());
+}
+
+QString IssueDetail::statusNote() const
+{
+    return m_parsed.statusNote().value_or(QString());
+}
+
+QString IssueDetail::progressText() const
+{
+    const auto &progress = m_parsed.progress;
+    return progress.total > 0 ? u"%1/%2"_s.arg(progress.done).arg(progress.total) : QString();
+}
+
+QString IssueDetail::fileText() const
+{
+    if (!m_document) {
+        return {};
+    }
+    const QString root = m_view->projectPath() + u'/';
+    const QString &path = m_document->path();
+    return path.startsWith(root) ? path.sliced(root.size()) : path;
+}
+
+QString IssueDetail::unsavedText() const
+{
+    if (!m_document || !m_document->isDirty()) {
+        return {};
+    }
+    return u"미저장 %1자 · %2부터"_s.arg(changedCharacters(m_document->text(), m_document->savedText()))
+        .arg(m_unsavedSince.toString(u"HH:mm"_s));
+}
+
+bool IssueDetail::canChange()
+{
+    if (!m_document) {
+        return false;
+    }
+    if (m_document->hasConflict()) {
+        m_view->tell(u"파일과 편집 내용이 어긋나 있어 바꾸지 않았습니다 — 먼저 저장하거나 다시 읽으세요."_s);
+        return false;
+    }
+    return true;
+}
+
+void IssueDetail::change(const std::optional<QString> &text)
+{
+    if (!text) {
+        m_view->tell(u"이 파일엔 `| 항목 | 값 |` 표가 없어 바꿀 수 없습니다 — 편집에서 표를 추가하세요."_s);
+        return;
+    }
+    m_document->setText(*text);
+    m_document->save(false);
+    readText();
+}
+
+void IssueDetail::setStatus(const QString &word)
+{
+    if (!canChange()) {
+        return;
+    }
+    if (m_document->isDirty()) {
+        m_document->save(true);
+    }
+    const QString path = m_document->path();
+    const QString name = path.sliced(path.lastIndexOf(u'/') + 1);
+    const auto document = IssueDocument::parse(m_document->text(), name);
+    const QString key = document.key(IssueKeys::status()).value_or(u"상태"_s);
+    const QString before = document.rawValue(IssueKeys::status()).value_or(QString());
+    const auto text =
+        IssueCells::setField(m_document->text(), key, document.statusCell().rewritten(word), true);
+    if (!text) {
+        m_view->tell(
+            u"이 파일엔 `| 항목 | 값 |` 표가 없어 상태를 바꿀 수 없습니다 — 편집에서 표를 추가하세요."_s);
+        return;
+    }
+    if (*text == m_document->text()) {
+        return;
+    }
+    m_document->setText(*text);
+    m_document->save(true);
+    m_view->desk().logInfo(u"issue "_s + document.id + u'=' + word + u": "_s + name + u" ("_s
+                           + m_view->alias() + u')');
+    UsageRecorder::record(FeatureSignal::IssueStatusChanged);
+    m_reloadLater.stop();
+    readText();
+    m_view->reload();
+    IssueBoardUpdate::automatic(m_view->desk());
+    m_view->noteStatusChange(
+        {path, key, before,
+         IssueDocument::parse(*text, name).rawValue(IssueKeys::status()).value_or(QString())},
+        word);
+}
+
+void IssueDetail::setField(const QString &name, const QString &value)
+{
+    if (canChange()) {
+        change(IssueCells::setField(m_document->text(), name, Text::trimWhitespace(value), false));
+    }
+}
+
+void IssueDetail::addRef(bool waitsFor, const QString &id)
+{
+    if (!canChange()) {
+        return;
+    }
+    const auto &keys = waitsFor ? IssueKeys::blockedBy() : IssueKeys::blocks();
+    const QString raw = m_parsed.rawValue(keys).value_or(QString());
+    change(IssueCells::setField(m_document->text(), m_parsed.key(keys).value_or(keys.first()),
+                                IssueCells::appendingRef(id, raw), true));
+}
+
+void IssueDetail::toggleTask(int block)
+{
+    if (!m_document || m_document->isLocked()) {
+        return;
+    }
+    // What was typed since the preview was read may have moved the box.
+    if (m_document->text() != m_previewed) {
+        readText();
+        return;
+    }
+    if (const auto text = IssueText::toggledTask(m_previewed, m_preview.taskAt(block))) {
+        m_document->setText(*text);
+        m_document->save(false);
+        readText();
+    }
+}
+
+QStringList IssueDetail::knownValues(const QString &name) const
+{
+    const auto context = IssueCreateContext::of(m_view->store());
+    const QStringList values = isOneOf(name, IssueKeys::milestone()) ? context.milestones
+        : isOneOf(name, IssueKeys::area())                           ? context.areas
+        : isOneOf(name, IssueKeys::priority())                       ? context.priorities
+        : isOneOf(name, IssueKeys::estimate())                       ? context.estimates
+                                                                     : QStringList();
+    return values.mid(0, mostChoices);
+}
+
+void IssueDetail::readAgain()
+{
+    if (m_document) {
+        m_document->load();
+        readText();
+    }
+}
+
+void IssueDetail::saveNow()
+{
+    if (m_document && m_document->canSave()) {
+        m_document->save(true);
+        readText();
+    }
+}
+
+void IssueDetail::work()
+{
+    if (m_document) {
+        m_view->workOn(m_document->path());
+    }
+}
+
+void IssueDetail::followLink(const QString &address, const QString &html)
+{
+    const QString target = QUrl::fromPercentEncoding(address.section(u'#', 0, 0).toUtf8());
+    if (m_document && !target.isEmpty() && !target.contains(u"://"_s)) {
+        const QDir folder(m_view->folderPath());
+        const auto *item = m_view->store().itemAtPath(QDir::cleanPath(folder.absoluteFilePath(target)));
+        if (item) {
+            m_view->select(item->path);
+            return;
+        }
+    }
+    m_links.follow(address, html);
+}
+
+} // namespace Vesk

@@ -1,0 +1,60 @@
+import QtQuick
+import Vesk.Controls
+import Vesk.Issues
+
+// Number and title, how the text is shown, and the way into a session.
+Item {
+    id: head
+
+    required property IssueDetail detail
+    required property int mode
+
+    signal modeChosen(int mode)
+
+    implicitHeight: Theme.px(32)
+
+    Label {
+        id: number
+        height: parent.height
+        text: head.detail.issueId
+        font: Theme.code
+        color: Theme.text3
+    }
+    Label {
+        anchors.left: number.right
+        anchors.leftMargin: 10
+        width: actions.x - x - 12
+        height: parent.height
+        text: head.detail.title
+        font: Theme.issueTitle
+        Accessible.role: Accessible.Heading
+        Accessible.name: text
+
+        HoverTip {
+            wanted: over.hovered && (parent as Label).truncated
+            text: head.detail.title
+        }
+        HoverHandler { id: over }
+    }
+    Row {
+        id: actions
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 8
+
+        SegmentedControl {
+            label: "본문"
+            labels: ["편집", "보기", "나란히"]
+            icons: ["edit", "view", "split-right"]
+            currentIndex: head.mode
+            onActivated: index => head.modeChosen(index)
+        }
+        VButton {
+            kind: VButton.Primary
+            iconName: "play"
+            text: "세션으로 열기"
+            tip: "이 이슈를 처리할 새 세션을 엽니다. 보낼 말은 입력 칸에 채워 두고 보내지 않습니다."
+            onClicked: head.detail.work()
+        }
+    }
+}

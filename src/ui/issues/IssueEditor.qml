@@ -1,0 +1,67 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vesk.Controls
+import Vesk.Issues
+
+// The source of an issue.
+FocusScope {
+    id: box
+
+    required property MarkdownDocumentModel document
+
+    function focusText(): void { edit.forceActiveFocus() }
+
+    IssueEditorLink {
+        editor: edit.textDocument
+        document: box.document
+    }
+    Flickable {
+        id: flick
+        anchors.fill: parent
+        anchors.leftMargin: 20
+        contentHeight: edit.height
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        T.ScrollBar.vertical: ScrollBar {}
+
+        TextEdit {
+            id: edit
+            objectName: "issueEditor"
+            width: flick.width - 20
+            height: Math.max(implicitHeight + 24, flick.height)
+            textFormat: TextEdit.PlainText
+            wrapMode: TextEdit.Wrap
+            topPadding: 4
+            selectByMouse: true
+            focus: true
+            activeFocusOnTab: true
+            readOnly: box.document?.locked ?? true
+            font: Theme.codeEditor
+            color: Theme.text
+            selectionColor: Theme.selected
+            selectedTextColor: Theme.text
+            Accessible.role: Accessible.EditableText
+            Accessible.name: "이슈 본문"
+            Accessible.multiLine: true
+            Accessible.readOnly: readOnly
+
+            Keys.onPressed: event => {
+                // The way out by keyboard: Tab itself belongs to the text.
+                event.accepted = event.key === Qt.Key_Backtab
+                if (event.accepted)
+                    nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+            }
+            onCursorRectangleChanged: {
+                if (cursorRectangle.y < flick.contentY)
+                    flick.contentY = cursorRectangle.y
+                else if (cursorRectangle.y + cursorRectangle.height > flick.contentY + flick.height)
+                    flick.contentY = cursorRectangle.y + cursorRectangle.height - flick.height
+            }
+        }
+    }
+    HoverHandler { cursorShape: Qt.IBeamCursor }
+    Connections {
+        target: box
+        function onDocumentChanged(): void { flick.contentY = 0 }
+    }
+}

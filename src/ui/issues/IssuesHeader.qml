@@ -1,0 +1,123 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Vesk.Controls
+import Vesk.Issues
+
+// Which project and which view, what is wrong with the relations, and what can be done.
+FocusScope {
+    id: header
+
+    required property IssuesView view
+
+    readonly property bool ready: view.folderState === IssuesView.Ready
+
+    signal newTriggered()
+    signal syncTriggered()
+
+    implicitHeight: Theme.px(48)
+    Accessible.role: Accessible.ToolBar
+    Accessible.name: "이슈 창의 머리"
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.panel
+    }
+    Hairline {
+        anchors.bottom: parent.bottom
+        width: parent.width
+    }
+    ProjectSquare {
+        id: square
+        x: 16
+        anchors.verticalCenter: parent.verticalCenter
+        color: header.view.lane >= 0 ? Theme.lane(header.view.lane) : header.view.color
+    }
+    VButton {
+        id: project
+        anchors.left: square.right
+        anchors.leftMargin: 2
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, Math.max(80, header.width / 5))
+        kind: VButton.Quiet
+        leftPadding: 6
+        rightPadding: 22
+        text: header.view.alias
+        font: Theme.uiBold
+        ink: Theme.text
+        tip: "다른 프로젝트의 이슈"
+        Accessible.role: Accessible.ButtonMenu
+        Accessible.name: "프로젝트 " + text
+        onClicked: projectMenu.setSource(Qt.resolvedUrl("IssueProjectMenu.qml"),
+                                         { parent: project, view: header.view, visible: true })
+
+        Icon {
+            anchors.right: parent.right
+            anchors.rightMargin: 6
+            anchors.verticalCenter: parent.verticalCenter
+            name: "chevron-down"
+            size: 12
+            color: Theme.text3
+        }
+        Loader { id: projectMenu }
+        Connections {
+            target: projectMenu.item as IssueProjectMenu
+            function onClosed(): void { projectMenu.source = "" }
+        }
+    }
+    Label {
+        id: word
+        anchors.left: project.right
+        anchors.leftMargin: 2
+        anchors.verticalCenter: parent.verticalCenter
+        text: "이슈"
+        color: Theme.text2
+    }
+    SegmentedControl {
+        id: segments
+        anchors.left: word.right
+        anchors.leftMargin: 12
+        anchors.verticalCenter: parent.verticalCenter
+        enabled: header.ready
+        label: "보기"
+        labels: ["목록", "의존관계", "칸반"]
+        icons: ["list", "graph", "kanban"]
+        currentIndex: header.view.section
+        onActivated: index => header.view.section = index
+    }
+    Row {
+        anchors.right: parent.right
+        anchors.rightMargin: 12
+        anchors.verticalCenter: parent.verticalCenter
+        visible: header.ready
+        spacing: 12
+
+        VButton {
+            id: problems
+            visible: header.view.problemCount > 0
+            iconName: "warning"
+            text: "관계 문제 " + header.view.problemCount
+            ink: Theme.warning
+            edge: Theme.warning
+            Accessible.role: Accessible.ButtonMenu
+            onClicked: problemList.setSource(Qt.resolvedUrl("IssueProblems.qml"),
+                                             { parent: problems, view: header.view, visible: true })
+            Loader { id: problemList }
+            Connections {
+                target: problemList.item as IssueProblems
+                function onClosed(): void { problemList.source = "" }
+            }
+        }
+        VButton {
+            text: "보드 맞추기…"
+            onClicked: header.syncTriggered()
+        }
+        VButton {
+            kind: VButton.Primary
+            iconName: "plus"
+            text: "새 이슈"
+            keys: "Ctrl Shift N"
+            onClicked: header.newTriggered()
+        }
+    }
+}

@@ -1,0 +1,17 @@
+import QtQuick
+import Vesk.Controls
+
+// A line of text that may have a line through it.
+Label {
+    id: label
+
+    property bool struck: false
+
+    Rectangle {
+        visible: label.struck
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(label.contentWidth, label.width)
+        height: 1
+        color: label.color
+    }
+}
