@@ -68,7 +68,8 @@ void readBranches(const GuardedGit &git, RepoStatus &status)
 
 void readRemotes(const GuardedGit &git, RepoStatus &status)
 {
-    status.hasAnyRemote = !trimmedOutput(git, {QStringLiteral("remote")}).isEmpty();
+    status.remotes = trimmedOutput(git, {QStringLiteral("remote")}).split(u'\n', Qt::SkipEmptyParts);
+    status.hasAnyRemote = !status.remotes.isEmpty();
     const auto upstream = git.run({QStringLiteral("rev-parse"), QStringLiteral("--abbrev-ref"),
                                    QStringLiteral("--symbolic-full-name"), QStringLiteral("@{upstream}")});
     status.hasRemote = upstream.code == 0 && !Text::trimWhitespace(upstream.out).isEmpty();

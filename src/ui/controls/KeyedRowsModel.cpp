@@ -1,5 +1,9 @@
 #include "ui/controls/KeyedRowsModel.h"
 
+#include "base/Splice.h"
+
+#include <functional>
+
 namespace Vesk
 {
 
@@ -18,27 +22,16 @@ void KeyedRowsModel::setKeys(const QStringList &keys)
     if (keys == m_keys) {
         return;
     }
-    // What is the same at both ends stays; between them rows go, then rows come. A single row added or
-    // removed, which is what happens nearly always, is then told as exactly that.
-    qsizetype head = 0;
-    while (head < keys.size() && head < m_keys.size() && keys[head] == m_keys[head]) {
-        ++head;
-    }
-    qsizetype tail = 0;
-    while (tail < keys.size() - head && tail < m_keys.size() - head
-           && keys[keys.size() - 1 - tail] == m_keys[m_keys.size() - 1 - tail]) {
-        ++tail;
-    }
+    // A single row added or removed, which is what happens nearly always, is told as exactly that.
+    const Splice splice = spliceOf(m_keys, keys, std::equal_to<>());
     const bool countDiffers = keys.size() != m_keys.size();
-    const qsizetype gone = m_keys.size() - head - tail;
-    if (gone > 0) {
-        beginRemoveRows({}, static_cast<int>(head), static_cast<int>(head + gone - 1));
-        m_keys.remove(head, gone);
+    if (splice.gone > 0) {
+        beginRemoveRows({}, static_cast<int>(splice.head), static_cast<int>(splice.head + splice.gone - 1));
+        m_keys.remove(splice.head, splice.gone);
         endRemoveRows();
     }
-    const qsizetype come = keys.size() - head - tail;
-    if (come > 0) {
-        beginInsertRows({}, static_cast<int>(head), static_cast<int>(head + come - 1));
+    if (splice.come > 0) {
+        beginInsertRows({}, static_cast<int>(splice.head), static_cast<int>(splice.head + splice.come - 1));
         m_keys = keys;
         endInsertRows();
     }

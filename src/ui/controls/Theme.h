@@ -69,6 +69,14 @@ class Theme : public QObject
     Q_PROPERTY(QColor gaugeTrack READ gaugeTrack NOTIFY colorsChanged FINAL)
     Q_PROPERTY(QColor shadow READ shadow NOTIFY colorsChanged FINAL)
     Q_PROPERTY(QColor scrim READ scrim NOTIFY colorsChanged FINAL)
+    Q_PROPERTY(QColor diffAdded READ diffAdded NOTIFY colorsChanged FINAL)
+    Q_PROPERTY(QColor diffAddedMark READ diffAddedMark NOTIFY colorsChanged FINAL)
+    Q_PROPERTY(QColor diffAddedWords READ diffAddedWords NOTIFY colorsChanged FINAL)
+    Q_PROPERTY(QColor diffRemoved READ diffRemoved NOTIFY colorsChanged FINAL)
+    Q_PROPERTY(QColor diffRemovedMark READ diffRemovedMark NOTIFY colorsChanged FINAL)
+    Q_PROPERTY(QColor diffRemovedWords READ diffRemovedWords NOTIFY colorsChanged FINAL)
+    Q_PROPERTY(QColor diffHunk READ diffHunk NOTIFY colorsChanged FINAL)
+    Q_PROPERTY(QColor diffHunkText READ diffHunkText NOTIFY colorsChanged FINAL)
     Q_PROPERTY(QFont pageTitle READ pageTitle NOTIFY scaleChanged FINAL)
     Q_PROPERTY(QFont issueTitle READ issueTitle NOTIFY scaleChanged FINAL)
     Q_PROPERTY(QFont section READ section NOTIFY scaleChanged FINAL)
@@ -167,6 +175,14 @@ public:
     [[nodiscard]] QColor gaugeTrack() const { return colors().gaugeTrack; }
     [[nodiscard]] QColor shadow() const { return colors().shadow; }
     [[nodiscard]] QColor scrim() const { return colors().scrim; }
+    [[nodiscard]] QColor diffAdded() const { return colors().diffAdded; }
+    [[nodiscard]] QColor diffAddedMark() const { return colors().diffAddedMark; }
+    [[nodiscard]] QColor diffAddedWords() const { return colors().diffAddedWords; }
+    [[nodiscard]] QColor diffRemoved() const { return colors().diffRemoved; }
+    [[nodiscard]] QColor diffRemovedMark() const { return colors().diffRemovedMark; }
+    [[nodiscard]] QColor diffRemovedWords() const { return colors().diffRemovedWords; }
+    [[nodiscard]] QColor diffHunk() const { return colors().diffHunk; }
+    [[nodiscard]] QColor diffHunkText() const { return colors().diffHunkText; }
 
     [[nodiscard]] QFont pageTitle() const { return m_fonts.pageTitle; }
     [[nodiscard]] QFont issueTitle() const { return m_fonts.issueTitle; }

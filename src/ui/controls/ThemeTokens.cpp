@@ -68,6 +68,14 @@ constexpr std::array tokens {
     Token {&ThemeColors::gaugeFull, 0xFF8585, 0xBC2A35},
     Token {&ThemeColors::gaugeReset, 0x9BA4B4, 0x586274},
     Token {&ThemeColors::gaugeTrack, 0x333B47, 0xDADEE6},
+    Token {&ThemeColors::diffAdded, 0x17301F, 0xE2F5E7},
+    Token {&ThemeColors::diffAddedMark, 0x8FDDA8, 0x175E33},
+    Token {&ThemeColors::diffAddedWords, 0x24573A, 0xB4E3C2},
+    Token {&ThemeColors::diffRemoved, 0x3A1E22, 0xFDE7E8},
+    Token {&ThemeColors::diffRemovedMark, 0xFFA3A3, 0x9A1F2A},
+    Token {&ThemeColors::diffRemovedWords, 0x6B2F37, 0xF6BFC3},
+    Token {&ThemeColors::diffHunk, 0x1B2740, 0xE9EEFC},
+    Token {&ThemeColors::diffHunkText, 0x9DB6F5, 0x33489E},
 };
 
 constexpr std::array<QRgb, 6> darkModes {0x6CC1E8, 0xAEB6C4, 0x63C5B5, 0x6CC794, 0xC79BF2, 0xFF8585};

@@ -19,6 +19,9 @@ struct ThemeColors {
     QColor successSoft, warningSoft, dangerSoft, infoSoft, waitSoft, dangerFill, dangerHover;
     QColor gaugeLow, gaugeWarn, gaugeFull, gaugeReset, gaugeTrack;
     QColor shadow, scrim;
+    // Of a difference: ground, sign and changed words of a line, and the header above some of them.
+    QColor diffAdded, diffAddedMark, diffAddedWords, diffRemoved, diffRemovedMark, diffRemovedWords;
+    QColor diffHunk, diffHunkText;
     /** In the order of AgentPermissionMode. */
     QList<QColor> modes;
     /** In the order of IssueStatus::Kind. */

@@ -6,12 +6,14 @@
 #include "ui/shell/AddProject.h"
 #include "ui/shell/Attention.h"
 #include "ui/shell/AuditView.h"
+#include "ui/shell/ProjectPalette.h"
 #include "ui/shell/Projects.h"
 #include "ui/shell/ProjectWindows.h"
 #include "ui/shell/ResumeView.h"
 #include "ui/shell/Settings.h"
 #include "ui/shell/ViewSettings.h"
 #include "ui/shell/Workspace.h"
+#include "ui/version/VersionWindow.h"
 
 #include <QCoreApplication>
 #include <QFontMetricsF>
@@ -20,6 +22,8 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickWindow>
+
+#include <algorithm>
 
 namespace Vesk
 {
@@ -108,11 +112,35 @@ struct WindowObjects : QObject {
     QTimer geometrySettled;
 };
 
+int laneOf(const Runtime &runtime, const QString &alias)
+{
+    const auto &entries = runtime.catalogEntries();
+    for (qsizetype i = 0; i < entries.size(); ++i) {
+        if (entries[i].alias == alias)
+            return std::max(0, ProjectPalette::laneOf(entries[i], i));
+    }
+    return 0;
+}
+
+void followVersionWindows(WindowObjects &objects, QQmlEngine &engine, Runtime &runtime)
+{
+    const auto showSession = [&objects, &runtime](const QString &key) {
+        objects.workspace.select(key);
+        runtime.openMainWindow();
+    };
+    objects.windows.setFactory(
+        ProjectWindows::Kind::Version, [&engine, &runtime, showSession](const QString &alias) {
+            return createVersionWindow(engine, runtime, alias,
+                                       {.lane = laneOf(runtime, alias), .showSession = showSession});
+        });
+}
+
 } // namespace
 
 std::unique_ptr<QQuickWindow> createMainWindow(QQmlEngine &engine, Runtime &runtime)
 {
     auto objects = std::make_unique<WindowObjects>(runtime);
+    followVersionWindows(*objects, engine, runtime);
     // The QML is read on a thread of the engine's; what the first frame needs of fonts is opened meanwhile.
     const QUrl url(u"qrc:/qt/qml/Vesk/Shell/MainWindow.qml"_s);
     const QQmlComponent ahead(&engine, url, QQmlComponent::Asynchronous);

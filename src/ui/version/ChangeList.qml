@@ -1,0 +1,101 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Vesk.Controls
+import Vesk.Version
+
+// Changed files, one of them chosen.
+FocusScope {
+    id: pane
+
+    required property ChangesModel files
+    required property string label
+    required property string current
+    property real rowHeight: Theme.px(28)
+
+    signal picked(string path)
+    signal opened()
+    signal left()
+    signal copyAsked(string text)
+
+    function move(row: int): void {
+        const bounded = Math.max(0, Math.min(list.count - 1, row))
+        if (list.count > 0) {
+            pane.picked(files.pathAt(bounded))
+            list.positionViewAtIndex(bounded, ListView.Contain)
+        }
+    }
+
+    readonly property int currentRow: files.count > 0 ? files.rowOf(current) : -1
+
+    ListView {
+        id: list
+        anchors.fill: parent
+        focus: true
+        activeFocusOnTab: true
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        model: pane.files
+        Accessible.role: Accessible.List
+        Accessible.name: pane.label
+
+        Keys.onPressed: event => {
+            event.accepted = true
+            const page = Math.max(1, Math.floor(height / pane.rowHeight) - 1)
+            if (event.key === Qt.Key_Down)
+                pane.move(pane.currentRow + 1)
+            else if (event.key === Qt.Key_Up)
+                pane.move(pane.currentRow - 1)
+            else if (event.key === Qt.Key_PageDown)
+                pane.move(pane.currentRow + page)
+            else if (event.key === Qt.Key_PageUp)
+                pane.move(pane.currentRow - page)
+            else if (event.key === Qt.Key_Home)
+                pane.move(0)
+            else if (event.key === Qt.Key_End)
+                pane.move(count - 1)
+            else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
+                pane.opened()
+            else if (event.key === Qt.Key_Escape)
+                pane.left()
+            else if (event.matches(StandardKey.Copy) && pane.currentRow >= 0)
+                pane.copyAsked(pane.current)
+            else
+                event.accepted = false
+        }
+
+        delegate: ChangeRow {
+            id: line
+
+            height: pane.rowHeight
+            current: path === pane.current
+            ringed: current && list.activeFocus
+            onPicked: {
+                list.forceActiveFocus()
+                pane.picked(path)
+            }
+            onMenuRequested: (x, y) => menu.setSource("PathMenu.qml", { parent: line, x: x, y: y })
+        }
+    }
+    Loader {
+        id: menu
+        onLoaded: (item as Menu).open()
+    }
+    Connections {
+        target: menu.item as PathMenu
+        function onCopyAsked(text: string): void { pane.copyAsked(text) }
+        function onClosed(): void { menu.source = "" }
+    }
+    ScrollBar {
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.right: parent.right
+        orientation: Qt.Vertical
+        size: list.visibleArea.heightRatio
+        position: list.visibleArea.yPosition
+        onPositionChanged: {
+            if (pressed)
+                list.contentY = list.originY + position * list.contentHeight
+        }
+    }
+}

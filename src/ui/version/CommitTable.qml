@@ -1,0 +1,161 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Vesk.Controls
+import Vesk.Version
+
+// The history as a table with its graph. What is shown stays in place when rows come in above it.
+FocusScope {
+    id: table
+
+    required property VersionView view
+
+    readonly property CommitsModel commits: view.commits
+    readonly property CommitColumns columns: CommitColumns {
+        measures: table.view.measures
+        lanes: table.commits.lanes
+        room: table.width
+    }
+    readonly property real rowHeight: Theme.px(26)
+    readonly property int currentRow: count > 0 ? commits.rowOf(view.selected) : -1
+    readonly property int count: commits.count
+    readonly property real pull: Math.max(0, -list.verticalOvershoot)
+    readonly property real pullNeeded: 64
+
+    // Which row stood at the top, and how far it was scrolled out.
+    property string anchorHash
+    property real anchorOffset: -1
+
+    signal picked()
+    signal opened()
+
+    function showRow(row: int): void {
+        const bounded = Math.max(0, Math.min(count - 1, row))
+        view.select(commits.hashAt(bounded))
+        list.positionViewAtIndex(bounded, ListView.Contain)
+        picked()
+    }
+
+    CommitTableHead {
+        id: head
+        width: parent.width
+        columns: table.columns
+    }
+    ListView {
+        id: list
+        anchors.top: head.bottom
+        anchors.bottom: parent.bottom
+        width: parent.width
+        focus: true
+        activeFocusOnTab: true
+        clip: true
+        reuseItems: true
+        boundsBehavior: Flickable.DragOverBounds
+        model: table.commits
+        Accessible.role: Accessible.Table
+        Accessible.name: "커밋"
+
+        onDragEnded: {
+            if (table.pull >= table.pullNeeded)
+                table.view.startFetch()
+        }
+        Keys.onPressed: event => {
+            event.accepted = true
+            const page = Math.max(1, Math.floor(height / table.rowHeight) - 1)
+            if (event.key === Qt.Key_Down)
+                table.showRow(table.currentRow + 1)
+            else if (event.key === Qt.Key_Up)
+                table.showRow(table.currentRow - 1)
+            else if (event.key === Qt.Key_PageDown)
+                table.showRow(table.currentRow + page)
+            else if (event.key === Qt.Key_PageUp)
+                table.showRow(table.currentRow - page)
+            else if (event.key === Qt.Key_Home)
+                table.showRow(0)
+            else if (event.key === Qt.Key_End)
+                table.showRow(table.count - 1)
+            else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
+                table.opened()
+            else if (event.matches(StandardKey.Copy) && table.view.selected.length > 0)
+                table.view.copy(table.view.selected)
+            else
+                event.accepted = false
+        }
+
+        delegate: CommitRow {
+            id: line
+
+            columns: table.columns
+            height: table.rowHeight
+            current: index === table.currentRow
+            ringed: current && list.activeFocus
+            onPicked: {
+                list.forceActiveFocus()
+                table.view.select(hash)
+                table.picked()
+            }
+            onMenuRequested: (x, y) => menu.setSource("CommitMenu.qml", { parent: line, x: x, y: y })
+        }
+        footer: MoreRow {
+            width: list.width
+            visible: table.view.truncated
+            text: table.view.countText
+            loading: table.view.loading
+            onTriggered: table.view.loadMore()
+        }
+    }
+    Label {
+        anchors.horizontalCenter: list.horizontalCenter
+        y: list.y + Math.max(4, (table.pull - height) / 2)
+        visible: table.pull > 8
+        text: table.pull >= table.pullNeeded ? "놓으면 원격을 확인합니다" : "당겨서 원격 확인"
+        font: Theme.secondary
+        color: table.pull >= table.pullNeeded ? Theme.accent : Theme.text3
+    }
+    // A wheel that goes on upwards at the top pulls as well.
+    WheelPull {
+        anchors.fill: list
+        needed: table.pullNeeded
+        atTop: list.atYBeginning
+        onPulled: table.view.startFetch()
+    }
+    ScrollBar {
+        anchors.top: list.top
+        anchors.bottom: list.bottom
+        anchors.right: parent.right
+        orientation: Qt.Vertical
+        size: list.visibleArea.heightRatio
+        position: list.visibleArea.yPosition
+        onPositionChanged: {
+            if (pressed)
+                list.contentY = list.originY + position * list.contentHeight
+        }
+    }
+    Loader {
+        id: menu
+        onLoaded: (item as Menu).open()
+    }
+    Connections {
+        target: menu.item as CommitMenu
+        function onCopyAsked(text: string): void { table.view.copy(text) }
+        function onClosed(): void { menu.source = "" }
+    }
+    Connections {
+        target: table.view
+        function onRowsAboutToChange(): void {
+            const row = Math.floor((list.contentY - list.originY) / table.rowHeight)
+            table.anchorHash = table.commits.hashAt(row)
+            table.anchorOffset = row > 0 ? list.contentY - list.originY - row * table.rowHeight : -1
+        }
+        function onRowsChanged(): void {
+            list.forceLayout()
+            const row = table.commits.rowOf(table.anchorHash)
+            if (table.anchorOffset >= 0 && row > 0)
+                list.contentY = list.originY + row * table.rowHeight + table.anchorOffset
+        }
+        function onScopeChanged(): void {
+            if (table.currentRow >= 0)
+                list.positionViewAtIndex(table.currentRow, ListView.Contain)
+        }
+    }
+}

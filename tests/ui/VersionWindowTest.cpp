@@ -1,0 +1,219 @@
+// The version window on real repositories, driven by keys and the mouse. With VESK_SHOTS in the environment
+// it leaves pictures there.
+#include "support/TestRegistry.h"
+#include "ui/controls/Theme.h"
+#include "ui/VersionStage.h"
+
+#include <QClipboard>
+#include <QDir>
+#include <QGuiApplication>
+#include <QSignalSpy>
+#include <QtTest>
+
+using namespace Vesk;
+using namespace Qt::StringLiterals;
+using Test::BranchyRepository;
+using Test::Repository;
+using Test::ShellStage;
+using Test::VersionStage;
+
+class VersionWindowTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { Theme::shared().setMode(u"system"_s); }
+
+    void showsARepository()
+    {
+        BranchyRepository repository;
+        repository.fill();
+        VersionStage stage(repository.path());
+        VersionView &view = stage.view();
+        QCOMPARE(view.state(), VersionView::State::Ready);
+        QCOMPARE(stage.window()->title(), u"형상관리 — billing"_s);
+        QCOMPARE(view.branch(), u"fix/cancel-twice"_s);
+        QCOMPARE(view.aheadText(), u"2"_s);
+        QCOMPARE(view.changes()->pathAt(0), u"src/refund/policy.cpp"_s);
+        QVERIFY(view.selected().isEmpty()); // changes that are not committed come first
+        QVERIFY(view.detail()->isWorkTree());
+        QVERIFY(stage.withText(u"충돌 풀기 부탁하기"_s)->property("reason").toString().isEmpty());
+        stage.picture(u"version-worktree"_s);
+
+        view.select(view.commits()->hashAt(1));
+        stage.settle();
+        view.detail()->selectFile(u"src/webhook/cancel_handler.cpp"_s);
+        stage.settle();
+        QCOMPARE(view.detail()->title(), u"취소 웹훅을 두 번 받아도 한 번만 기록"_s);
+        QTRY_VERIFY(view.detail()->body().startsWith(u"사건 번호"_s));
+        QCOMPARE(view.detail()->added(), u"+5"_s);
+        QCOMPARE(view.detail()->diff()->hunkCount(), 1);
+        QVERIFY(view.detail()->patch().startsWith(u"diff --git a/src/webhook"_s));
+        for (const QString &theme : {u"dark"_s, u"light"_s}) {
+            Theme::shared().setMode(theme);
+            stage.picture(u"version-"_s + theme);
+        }
+        view.setAllBranches(false);
+        QVERIFY(view.commits()->count() < 16);
+        QVERIFY(stage.warnings().isEmpty());
+    }
+
+    void goesByKeys()
+    {
+        BranchyRepository repository;
+        repository.fill();
+        VersionStage stage(repository.path());
+        VersionView &view = stage.view();
+        stage.press(Qt::Key_Down);
+        stage.press(Qt::Key_Down);
+        QCOMPARE(view.selected(), view.commits()->hashAt(2));
+        stage.press(Qt::Key_End);
+        QCOMPARE(view.selected(), view.commits()->hashAt(view.commits()->count() - 1));
+        stage.press(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), view.selected());
+        stage.press(Qt::Key_Home);
+        stage.press(Qt::Key_Down);
+        stage.settle();
+        stage.press(Qt::Key_Return); // to its files
+        const QString first = view.detail()->path();
+        stage.press(Qt::Key_Down);
+        QVERIFY(view.detail()->path() != first);
+        stage.press(Qt::Key_Escape); // back to the commits
+
+        stage.press(Qt::Key_F, Qt::ControlModifier);
+        for (const char letter : std::string("6.4"))
+            QTest::keyClick(stage.window(), letter);
+        QCOMPARE(view.commits()->matchCount(), 1); // a tag
+        QCOMPARE(view.commits()->rowOf(view.selected()), view.commits()->matchFrom(0, 1));
+        stage.picture(u"version-find"_s);
+        stage.press(Qt::Key_Escape);
+        QVERIFY(view.commits()->query().isEmpty());
+
+        stage.press(Qt::Key_Plus, Qt::ControlModifier);
+        QCOMPARE(stage.shell().preferences().textSize(), 110);
+        stage.press(Qt::Key_W, Qt::ControlModifier);
+        QVERIFY(!stage.window()->isVisible());
+        QVERIFY(stage.warnings().isEmpty());
+    }
+
+    void readingAgainMovesNothing()
+    {
+        BranchyRepository repository;
+        for (int i = 0; i < 60; ++i)
+            repository.commitLater(u"커밋 %1"_s.arg(i), 5);
+        VersionStage stage(repository.path());
+        VersionView &view = stage.view();
+        QCOMPARE(view.selected(), view.commits()->hashAt(1)); // nothing is uncommitted
+        view.select(view.commits()->hashAt(50));
+        const QString chosen = view.selected();
+        QSignalSpy selections(&view, &VersionView::selectionChanged);
+        QSignalSpy diffs(view.detail(), &CommitDetail::fileChanged);
+        repository.write(u"new.txt"_s, "새 줄\n");
+        repository.commitLater(u"하나 더"_s);
+        view.reload();
+        view.reload(); // while the first one runs
+        stage.settle();
+        QCOMPARE(view.commits()->count(), 62);
+        QCOMPARE(view.selected(), chosen);
+        QCOMPARE(view.commits()->rowOf(chosen), 51);
+        QVERIFY(selections.isEmpty() && diffs.isEmpty());
+
+        QSignalSpy changed(view.commits(), &QAbstractItemModel::dataChanged);
+        view.reload();
+        stage.settle();
+        QVERIFY(changed.isEmpty());
+    }
+
+    void onlyTheLastChoiceIsShown()
+    {
+        BranchyRepository repository;
+        repository.fill();
+        VersionStage stage(repository.path());
+        VersionView &view = stage.view();
+        QStringList shown;
+        connect(view.detail(), &CommitDetail::filesChanged, &view, [&] {
+            if (!view.detail()->filesLoading())
+                shown.append(view.selected());
+        });
+        for (int row = 1; row < 8; ++row)
+            view.select(view.commits()->hashAt(row));
+        const QString last = view.selected();
+        stage.settle();
+        QCOMPARE(shown, QStringList {last});
+    }
+
+    void statesWithoutARepository()
+    {
+        const QTemporaryDir plain;
+        VersionStage stage(plain.path());
+        QCOMPARE(stage.view().state(), VersionView::State::NoRepository);
+        QVERIFY(stage.withText(u"이 폴더는 git 저장소가 아닙니다"_s));
+        QVERIFY(!stage.withText(u"커밋 부탁하기"_s)->property("reason").toString().isEmpty());
+        stage.picture(u"version-none"_s);
+        QVERIFY(QDir(plain.path()).removeRecursively());
+        stage.press(Qt::Key_F5);
+        stage.settle();
+        QTRY_COMPARE(stage.view().state(), VersionView::State::FolderGone);
+
+        const Repository empty;
+        VersionStage fresh(empty.path());
+        QCOMPARE(fresh.view().state(), VersionView::State::Ready);
+        QCOMPARE(fresh.view().commits()->count(), 1);
+        QVERIFY(fresh.warnings().isEmpty());
+    }
+
+    void aHeadOutsideOfEveryBranchIsTold()
+    {
+        BranchyRepository repository;
+        repository.commitLater(u"하나"_s);
+        repository.git({u"checkout"_s, u"-q"_s, u"--detach"_s});
+        repository.commitLater(u"떨어진 커밋"_s);
+        VersionStage stage(repository.path());
+        QVERIFY(!stage.view().headBanner().isEmpty());
+        stage.click(u"이 브랜치 보기"_s);
+        QVERIFY(stage.view().headBanner().isEmpty());
+        QCOMPARE(stage.view().commits()->count(), 3);
+    }
+
+    void asksASession()
+    {
+        BranchyRepository repository;
+        repository.fill();
+        VersionStage stage(repository.path());
+        ProjectChat &busy = stage.shell().addSession(u"billing"_s, u"환불"_s);
+        ShellStage::run(busy, u"일해"_s);
+        VersionRequests &requests = *stage.view().requests();
+        QVERIFY(!requests.reasonOf(busy.id().toString(QUuid::WithoutBraces)).isEmpty());
+        QVERIFY(!requests.send(u"푸시"_s, busy.id().toString(QUuid::WithoutBraces)));
+
+        stage.click(u"푸시 부탁하기"_s);
+        stage.picture(u"version-request"_s);
+        stage.press(Qt::Key_Return, Qt::ControlModifier); // to a new session: the open one runs
+        QTRY_COMPARE(stage.shell().runtime().agentStore().sessions().size(), 2);
+        const auto *asked = stage.shell().runtime().agentStore().sessions().last();
+        QVERIFY(asked->messages().rows().first().text.contains(u"fix/cancel-twice 브랜치의 커밋 2개"_s));
+        stage.click(u"세션으로 가기"_s);
+        QCOMPARE(stage.shownSession(), asked->id().toString(QUuid::WithoutBraces));
+        QVERIFY(stage.warnings().isEmpty());
+    }
+
+    void fetches()
+    {
+        BranchyRepository repository;
+        repository.fill();
+        VersionStage stage(repository.path());
+        stage.click(u"원격 확인(fetch)"_s);
+        QVERIFY(stage.view().fetch()->running());
+        QTRY_COMPARE(stage.view().fetch()->notice(), u"fetch 완료 — 새로 받은 것이 없습니다"_s);
+        QVERIFY(stage.withText(stage.view().fetch()->notice()));
+        repository.git({u"config"_s, u"core.sshCommand"_s, u"false"_s});
+        stage.press(Qt::Key_F5, Qt::ShiftModifier);
+        QTRY_VERIFY(stage.view().fetch()->isProblem());
+        QVERIFY(stage.view().fetch()->notice().contains(u"core.sshcommand"_s));
+        stage.picture(u"version-fetch"_s);
+        stage.settle();
+    }
+};
+
+VESK_TEST(VersionWindowTest)
+#include "VersionWindowTest.moc"
