@@ -24,7 +24,7 @@ constexpr int window = 500;
 
 QString inWorkTree(const QString &folder, const QString &name)
 {
-    return folder + QStringLiteral("/work/") + name;
+    return folder + QStringLiteral("/tree/") + name;
 }
 
 bool write(const QString &path, const QByteArray &bytes)
@@ -37,7 +37,7 @@ bool write(const QString &path, const QByteArray &bytes)
 int shell(const QString &folder, const QString &script, const QByteArray &input = {})
 {
     QProcess process;
-    process.setWorkingDirectory(folder + QStringLiteral("/work"));
+    process.setWorkingDirectory(folder + QStringLiteral("/tree"));
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), script});
     process.write(input);
@@ -87,7 +87,7 @@ QByteArray historyStream()
 
 bool makeRepository(const QString &folder)
 {
-    QDir().mkpath(folder + QStringLiteral("/work"));
+    QDir().mkpath(folder + QStringLiteral("/tree"));
     if (shell(folder, QStringLiteral("git init -q -b main && git fast-import --quiet --force"),
               historyStream())
             != 0
@@ -139,7 +139,7 @@ bool benchSnapshot(const QString &folder, const GitSetting &setting)
 {
     bool complete = true;
     const auto snapshot = [&] {
-        const auto status = GitStatusReader::read(setting, folder + QStringLiteral("/work"), window);
+        const auto status = GitStatusReader::read(setting, folder + QStringLiteral("/tree"), window);
         complete &= status && status->rows.size() == window && status->graphRows.size() == window
             && status->changes.size() == 60 && status->ahead > 3 && status->truncated;
     };
@@ -221,7 +221,7 @@ double growth(const std::function<void()> &work)
 
 bool benchMemory(const QString &folder, const GitSetting &setting)
 {
-    const QString root = folder + QStringLiteral("/work");
+    const QString root = folder + QStringLiteral("/tree");
     bool complete = true;
     QByteArray large;
     for (int line = 0; line < 2'500'000; ++line)

@@ -1,12 +1,12 @@
 #include "ui/shell/MainWindow.h"
 
 #include "app/Runtime.h"
+#include "ui/controls/ProjectPalette.h"
 #include "ui/controls/Theme.h"
 #include "ui/issues/IssuesView.h"
 #include "ui/shell/AddProject.h"
 #include "ui/shell/Attention.h"
 #include "ui/shell/AuditView.h"
-#include "ui/shell/ProjectPalette.h"
 #include "ui/shell/Projects.h"
 #include "ui/shell/ProjectWindows.h"
 #include "ui/shell/ResumeView.h"

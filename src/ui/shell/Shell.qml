@@ -156,22 +156,14 @@ FocusScope {
         onClosed: pane.focusBody()
     }
 
-    Lazy {
-        id: toasts
+    ToastArea {
         anchors.top: auditBanner.bottom
         anchors.topMargin: Theme.px(68) + 12
         anchors.right: pane.right
         anchors.rightMargin: 16
-        width: 360
-        wanted: shell.attention.toasts.count > 0 || shell.resume.trashedTitle.length > 0
-        file: Qt.resolvedUrl("ToastStack.qml")
-        properties: ({ attention: shell.attention, resume: shell.resume })
-
-        Connections {
-            target: toasts.item
-            ignoreUnknownSignals: true
-            function onTakenBack(): void { resumePanel.item ? resumePanel.item.focusList() : pane.focusBody() }
-        }
+        attention: shell.attention
+        resume: shell.resume
+        onTakenBack: resumePanel.item ? resumePanel.item.focusList() : pane.focusBody()
     }
 
     FolderDrop {
