@@ -173,7 +173,8 @@ private Q_SLOTS:
         const LinkDrawing drawing = drawingOf(layout, QSet<QString> {u"a"_s, u"b"_s, u"c"_s});
         const LinkInk ink(inks, 1 / scale);
         const QImage byPainter = painted(drawing, sheet(layout.size, scale), scale);
-        const QImage byTriangles = rastered(linkMesh(drawing, ink), ink, sheet(layout.size, scale), scale);
+        const QImage byTriangles = rastered(linkMesh(drawing, ink, {{-100, -100}, layout.size * 2}), ink,
+                                            sheet(layout.size, scale), scale);
         keep(byPainter, u"links-painted-%1"_s.arg(scale));
         keep(byTriangles, u"links-triangles-%1"_s.arg(scale));
         QVERIFY(inkOn(byPainter, byPainter.rect()) > 20);
@@ -210,6 +211,15 @@ private Q_SLOTS:
         QVERIFY2(different < 20, qPrintable(QString::number(different)));
         QPainter painter(&parts);
         QCOMPARE(paintLinks(painter, drawing, inks, {0, 0, 4, 4}), 0);
+
+        const LinkInk ink(inks, 1);
+        QVERIFY(linkMesh(drawing, ink, {0, 0, 4, 4}).vertices.empty());
+        const QRect part(200, 40, 150, 60);
+        const QImage all =
+            rastered(linkMesh(drawing, ink, sheet(layout.size, 1).rect()), ink, sheet(layout.size, 1), 1);
+        const QImage some = rastered(linkMesh(drawing, ink, part), ink, sheet(layout.size, 1), 1);
+        QCOMPARE(some.copy(part), all.copy(part));
+        QVERIFY(inkOn(some, some.rect()) < inkOn(all, all.rect()) * 0.9);
     }
 
     void showsWhatItIsGiven()

@@ -54,10 +54,22 @@ void GraphLinksItem::setZoom(qreal zoom)
         return;
     }
     m_zoom = zoom;
-    if (drawnScale() != m_sceneScale) {
+    if (!sceneServes()) {
         update();
     }
     Q_EMIT zoomChanged();
+}
+
+void GraphLinksItem::setVisibleArea(const QRectF &area)
+{
+    if (m_visibleArea == area) {
+        return;
+    }
+    m_visibleArea = area;
+    if (!sceneServes()) {
+        update();
+    }
+    Q_EMIT visibleAreaChanged();
 }
 
 void GraphLinksItem::setColor(IssueLinkCurves::Tone tone, const QColor &color)
@@ -91,42 +103,61 @@ void GraphLinksItem::itemChange(ItemChange change, const ItemChangeData &value)
     QQuickItem::itemChange(change, value);
 }
 
+bool GraphLinksItem::sceneServes() const
+{
+    const QRectF needed = m_visibleArea.isEmpty() ? m_bounds : m_visibleArea.intersected(m_bounds);
+    return drawnScale() == m_sceneScale && (needed.isEmpty() || m_sceneArea.contains(needed));
+}
+
+void GraphLinksItem::prepareDrawing()
+{
+    auto drawing = std::make_shared<LinkDrawing>(); // a node may still draw the one before
+    if (m_drawing) {
+        drawing->paths = m_drawing->paths;
+    } else {
+        drawing->paths = std::make_shared<const std::vector<LinkPath>>(linkPaths(m_layout.links));
+        m_bounds = boundsOf(*drawing->paths);
+    }
+    const auto turns = IssueLinkCurves::drawOrder(
+        m_layout.links, m_chain.isEmpty() ? std::nullopt : std::optional(m_chain), m_showsResolved);
+    drawing->lines.reserve(static_cast<size_t>(turns.size()));
+    for (const IssueLinkCurves::Turn &turn : turns) {
+        drawing->lines.push_back(
+            {.path = static_cast<size_t>(turn.link),
+             .stroke = IssueLinkCurves::stroke(m_layout.links[turn.link], turn.focused)});
+    }
+    m_drawing = std::move(drawing);
+}
+
 QSGNode *GraphLinksItem::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
 {
-    const double scale = drawnScale();
     const bool isSoftware = window()->rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
-    if (old && !m_isStale && (isSoftware || scale == m_sceneScale)) {
+    if (old && !m_isStale && (isSoftware || sceneServes())) {
         return old;
     }
-    if (m_isStale || !m_drawing) {
-        // The node may still draw the one before.
-        auto drawing = std::make_shared<LinkDrawing>();
-        drawing->paths = m_drawing ? m_drawing->paths
-                                   : std::make_shared<const std::vector<LinkPath>>(linkPaths(m_layout.links));
-        const auto turns = IssueLinkCurves::drawOrder(
-            m_layout.links, m_chain.isEmpty() ? std::nullopt : std::optional(m_chain), m_showsResolved);
-        drawing->lines.reserve(static_cast<size_t>(turns.size()));
-        for (const IssueLinkCurves::Turn &turn : turns) {
-            drawing->lines.push_back(
-                {.path = static_cast<size_t>(turn.link),
-                 .stroke = IssueLinkCurves::stroke(m_layout.links[turn.link], turn.focused)});
-        }
-        m_drawing = std::move(drawing);
+    if (m_isStale) {
+        prepareDrawing();
+        m_isStale = false;
     }
-    m_isStale = false;
-    m_sceneScale = scale;
+    m_sceneScale = drawnScale();
     if (m_drawing->lines.empty()) {
         delete old;
         return nullptr;
     }
     if (isSoftware) {
-        const QRectF bounds = boundsOf(*m_drawing->paths);
-        auto *node = old ? static_cast<LinkPainterNode *>(old) : new LinkPainterNode(*window(), bounds);
-        node->setDrawing(m_drawing, m_colors, bounds);
+        m_sceneArea = m_bounds;
+        auto *node = old ? static_cast<LinkPainterNode *>(old) : new LinkPainterNode(*window(), m_bounds);
+        node->setDrawing(m_drawing, m_colors, m_bounds);
         return node;
     }
+    // With half a view more on each side: a short pan makes nothing anew.
+    const double wider = m_visibleArea.width() / 2;
+    const double higher = m_visibleArea.height() / 2;
+    m_sceneArea = m_visibleArea.isEmpty()
+        ? m_bounds
+        : m_visibleArea.adjusted(-wider, -higher, wider, higher).intersected(m_bounds);
     auto *node = old ? static_cast<LinkMeshNode *>(old) : new LinkMeshNode;
-    node->setDrawing(*m_drawing, LinkInk(m_colors, 1 / scale), *window());
+    node->setDrawing(*m_drawing, LinkInk(m_colors, 1 / m_sceneScale), m_sceneArea, *window());
     return node;
 }
 

@@ -15,8 +15,8 @@ using IssueLinkCurves::Tone;
 
 constexpr int profileRows = 16;
 constexpr int bandRows = profileRows + 2; // nothing above and below, so that neighbours do not shine through
-constexpr int tones = 3;
-constexpr int strokes = 4; // open or resolved, focused or not
+constexpr int inkTones = 3;
+constexpr int inkStrokes = 4; // open or resolved, focused or not
 constexpr int bandsOfStroke = 2;
 
 Stroke strokeAt(int number)
@@ -29,10 +29,10 @@ Stroke strokeAt(int number)
 int bandOf(Tone tone, const Stroke &stroke, bool dashes)
 {
     int number = 0;
-    while (number < strokes - 1 && !(strokeAt(number) == stroke)) {
+    while (number < inkStrokes - 1 && !(strokeAt(number) == stroke)) {
         ++number;
     }
-    return (static_cast<int>(tone) * strokes + number) * bandsOfStroke + (dashes ? 1 : 0);
+    return (static_cast<int>(tone) * inkStrokes + number) * bandsOfStroke + (dashes ? 1 : 0);
 }
 
 /** A line thinner than a pixel is drawn a pixel wide, and fainter. */
@@ -50,11 +50,11 @@ LinkInk::LinkInk(const LinkColors &colors, double pixel)
     constexpr int mostColumns = 512;
     const int columns =
         std::clamp(static_cast<int>(std::ceil(period() / pixel * columnsPerPixel)), 4, mostColumns);
-    m_image =
-        QImage(columns, tones * strokes * bandsOfStroke * bandRows, QImage::Format_ARGB32_Premultiplied);
+    m_image = QImage(columns, inkTones * inkStrokes * bandsOfStroke * bandRows,
+                     QImage::Format_ARGB32_Premultiplied);
     m_image.fill(Qt::transparent);
-    for (int tone = 0; tone < tones; ++tone) {
-        for (int number = 0; number < strokes; ++number) {
+    for (int tone = 0; tone < inkTones; ++tone) {
+        for (int number = 0; number < inkStrokes; ++number) {
             const Stroke stroke = strokeAt(number);
             const QColor &color = colors.at(static_cast<size_t>(tone));
             drawBand(bandOf(static_cast<Tone>(tone), stroke, false), color, stroke, false);

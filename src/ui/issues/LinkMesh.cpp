@@ -9,10 +9,10 @@ namespace
 {
 
 /** The direction, one point long. */
-QPointF direction(QPointF from, QPointF to)
+QPointF lineDirection(QPointF from, QPointF to)
 {
     const QPointF way = to - from;
-    const double length = std::hypot(way.x(), way.y());
+    const double length = std::sqrt(QPointF::dotProduct(way, way));
     return length > 0 ? way / length : QPointF(1, 0);
 }
 
@@ -23,20 +23,15 @@ public:
         : m_drawing(drawing)
         , m_ink(ink)
     {
-        size_t points = 0;
-        for (const LinkDrawing::Line &line : drawing.lines) {
-            points += drawing.path(line).points.size();
-        }
-        m_mesh.vertices.reserve(2 * points + verticesBesides * drawing.lines.size());
-        m_mesh.indices.reserve(6 * points + indicesBesides * drawing.lines.size());
     }
 
-    LinkMesh run()
+    LinkMesh run(const QRectF &area)
     {
         for (const LinkDrawing::Line &line : m_drawing.lines) {
             const LinkPath &path = m_drawing.path(line);
-            if (path.points.size() > 1) {
-                drawLine(path, line.stroke);
+            forVisibleRuns(path, area,
+                           [&](size_t first, size_t last) { drawRun(path, line.stroke, first, last); });
+            if (path.arrowBounds().intersects(area)) {
                 drawArrow(path, line.stroke);
             }
         }
@@ -44,9 +39,6 @@ public:
     }
 
 private:
-    static constexpr size_t verticesBesides = 2 * 4 + 6; // caps and arrow
-    static constexpr size_t indicesBesides = 2 * 6 + 21;
-
     [[nodiscard]] std::uint32_t nextVertex() const
     {
         return static_cast<std::uint32_t>(m_mesh.vertices.size());
@@ -71,7 +63,9 @@ private:
         }
     }
 
-    void drawLine(const LinkPath &path, const IssueLinkCurves::Stroke &stroke);
+    [[nodiscard]] size_t nextNeeded(const LinkPath &path, size_t at, size_t last) const;
+    void drawRun(const LinkPath &path, const IssueLinkCurves::Stroke &stroke, size_t first, size_t last);
+    void drawCap(QPointF end, QPointF way, bool atStart, LinkInk::Band dashes);
     void drawArrow(const LinkPath &path, const IssueLinkCurves::Stroke &stroke);
 
     const LinkDrawing &m_drawing;
@@ -80,34 +74,52 @@ private:
     double m_reach = 0; // of the line at hand
 };
 
-void LinkMesher::drawLine(const LinkPath &path, const IssueLinkCurves::Stroke &stroke)
+/** Round ends are taken from the ends of a dash. */
+void LinkMesher::drawCap(QPointF end, QPointF way, bool atStart, LinkInk::Band dashes)
+{
+    const double length = std::min(m_reach, IssueLinkCurves::dashOff / 2);
+    const double along = atStart ? -length : IssueLinkCurves::dashOn;
+    addPair(atStart ? end - way * length : end, way, along, dashes);
+    addPair(atStart ? end : end + way * length, way, along + length, dashes);
+    fillQuad();
+}
+
+/** The furthest point up to which a straight piece is as good as the path, as far as the pixels tell. */
+size_t LinkMesher::nextNeeded(const LinkPath &path, size_t at, size_t last) const
+{
+    constexpr double unseen = 0.25; // of a pixel
+    size_t next = at + 1;
+    while (next < last
+           && distanceFromChord(path.points[(at + next + 1) / 2], path.points[at], path.points[next + 1])
+               < unseen * m_ink.pixel()) {
+        ++next;
+    }
+    return next;
+}
+
+void LinkMesher::drawRun(const LinkPath &path, const IssueLinkCurves::Stroke &stroke, size_t first,
+                         size_t last)
 {
     m_reach = m_ink.reach(stroke);
-    const LinkInk::Band dashed = m_ink.dashed(path.tone, stroke);
-    const LinkInk::Band band = stroke.dashed ? dashed : m_ink.solid(path.tone, stroke);
-    // Round ends are taken from the ends of the dashes.
-    const double cap = std::min(m_reach, IssueLinkCurves::dashOff / 2);
-    const QPointF firstWay = direction(path.points[0], path.points[1]);
-    addPair(path.points[0] - firstWay * cap, firstWay, -cap, dashed);
-    addPair(path.points[0], firstWay, 0, dashed);
-    fillQuad();
-
-    QPointF before = firstWay;
-    const size_t last = path.points.size() - 1;
-    for (size_t at = 0; at <= last; ++at) {
-        const QPointF after = at < last ? direction(path.points[at], path.points[at + 1]) : before;
-        addPair(path.points[at], direction({}, before + after), path.lengths[at], band);
-        if (at > 0) {
+    const LinkInk::Band dashes = m_ink.dashed(path.tone, stroke);
+    const LinkInk::Band band = stroke.dashed ? dashes : m_ink.solid(path.tone, stroke);
+    QPointF before = lineDirection(path.points[first], path.points[first + 1]);
+    if (first == 0) {
+        drawCap(path.points[0], before, true, dashes);
+    }
+    for (size_t at = first; at <= last;) {
+        const size_t next = at < last ? nextNeeded(path, at, last) : last + 1;
+        const QPointF after = at < last ? lineDirection(path.points[at], path.points[next]) : before;
+        addPair(path.points[at], lineDirection({}, before + after), path.lengths[at], band);
+        if (at > first) {
             fillQuad();
         }
         before = after;
+        at = next;
     }
-
-    const double inDash = std::fmod(path.lengths[last], LinkInk::period());
-    if (!stroke.dashed || inDash < IssueLinkCurves::dashOn) {
-        addPair(path.points[last], before, IssueLinkCurves::dashOn, dashed);
-        addPair(path.points[last] + before * cap, before, IssueLinkCurves::dashOn + cap, dashed);
-        fillQuad();
+    const bool endsInDash = std::fmod(path.lengths[last], LinkInk::period()) < IssueLinkCurves::dashOn;
+    if (last == path.points.size() - 1 && (!stroke.dashed || endsInDash)) {
+        drawCap(path.points[last], before, false, dashes);
     }
 }
 
@@ -149,9 +161,9 @@ void LinkMesher::drawArrow(const LinkPath &path, const IssueLinkCurves::Stroke &
 
 } // namespace
 
-LinkMesh linkMesh(const LinkDrawing &drawing, const LinkInk &ink)
+LinkMesh linkMesh(const LinkDrawing &drawing, const LinkInk &ink, const QRectF &area)
 {
-    return LinkMesher(drawing, ink).run();
+    return LinkMesher(drawing, ink).run(area);
 }
 
 } // namespace Vesk

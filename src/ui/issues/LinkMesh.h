@@ -4,6 +4,8 @@
 #include "ui/issues/LinkInk.h"
 #include "ui/issues/LinkPaths.h"
 
+#include <QRectF>
+
 #include <cstdint>
 #include <vector>
 
@@ -23,6 +25,7 @@ struct LinkMesh {
     std::vector<std::uint32_t> indices; ///< three for a triangle, in the order of drawing
 };
 
-[[nodiscard]] LinkMesh linkMesh(const LinkDrawing &drawing, const LinkInk &ink);
+/** What may be seen in the area, in points of the layout. */
+[[nodiscard]] LinkMesh linkMesh(const LinkDrawing &drawing, const LinkInk &ink, const QRectF &area);
 
 } // namespace Vesk

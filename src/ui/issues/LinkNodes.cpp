@@ -7,27 +7,12 @@
 #include <QQuickWindow>
 #include <QSGRendererInterface>
 
-#include <algorithm>
 #include <cstring>
 
 namespace Vesk
 {
 namespace
 {
-
-constexpr double widestHalf = 1; // of a line
-
-bool mayShow(const QRectF &area, const std::vector<QPointF> &points, size_t first, size_t last)
-{
-    double left = points[first].x(), right = left, top = points[first].y(), bottom = top;
-    for (size_t at = first + 1; at <= last; ++at) {
-        left = std::min(left, points[at].x());
-        right = std::max(right, points[at].x());
-        top = std::min(top, points[at].y());
-        bottom = std::max(bottom, points[at].y());
-    }
-    return right >= area.left() && left <= area.right() && bottom >= area.top() && top <= area.bottom();
-}
 
 /** Adds the piece from one point of a path to the next: all of it, or what its dashes cover. A painter's own
    dashes would depend on where the drawing begins. */
@@ -66,23 +51,6 @@ void addPiece(QPainterPath &drawn, const LinkPath &path, size_t at, bool dashed)
     }
 }
 
-/** The stretches of a path that may be seen in the area. */
-QPainterPath visiblePart(const LinkPath &path, bool dashed, const QRectF &area)
-{
-    constexpr size_t stretch = 16;
-    const size_t last = path.points.size() - 1;
-    QPainterPath part;
-    for (size_t first = 0; first < last; first += stretch) {
-        const size_t end = std::min(last, first + stretch);
-        if (mayShow(area, path.points, first, end)) {
-            for (size_t at = first; at < end; ++at) {
-                addPiece(part, path, at, dashed);
-            }
-        }
-    }
-    return part;
-}
-
 } // namespace
 
 LinkMeshNode::LinkMeshNode()
@@ -95,9 +63,10 @@ LinkMeshNode::LinkMeshNode()
     setMaterial(&m_material);
 }
 
-void LinkMeshNode::setDrawing(const LinkDrawing &drawing, const LinkInk &ink, QQuickWindow &window)
+void LinkMeshNode::setDrawing(const LinkDrawing &drawing, const LinkInk &ink, const QRectF &area,
+                              QQuickWindow &window)
 {
-    const LinkMesh mesh = linkMesh(drawing, ink);
+    const LinkMesh mesh = linkMesh(drawing, ink, area);
     m_geometry.allocate(static_cast<int>(mesh.vertices.size()), static_cast<int>(mesh.indices.size()));
     static_assert(sizeof(LinkVertex) == sizeof(QSGGeometry::TexturedPoint2D));
     std::memcpy(m_geometry.vertexData(), mesh.vertices.data(), mesh.vertices.size() * sizeof(LinkVertex));
@@ -145,21 +114,23 @@ void LinkPainterNode::render(const RenderState *state)
 qsizetype paintLinks(QPainter &painter, const LinkDrawing &drawing, const LinkColors &colors,
                      const QRectF &area)
 {
-    const QRectF wide = area.adjusted(-widestHalf, -widestHalf, widestHalf, widestHalf);
     const double pixel = 1 / painter.deviceTransform().m11();
     qsizetype drawn = 0;
     for (const LinkDrawing::Line &line : drawing.lines) {
         const LinkPath &path = drawing.path(line);
-        if (path.points.size() < 2 || !path.bounds.intersects(area)) {
-            continue;
-        }
         const auto inked = [&](double opacity) {
             QColor color = colors.at(static_cast<size_t>(path.tone));
             color.setAlphaF(color.alphaF() * static_cast<float>(opacity));
             return color;
         };
         const IssueLinkCurves::Stroke stroke = strokeAtScale(line.stroke, pixel);
-        if (const QPainterPath part = visiblePart(path, stroke.dashed, wide); !part.isEmpty()) {
+        QPainterPath part;
+        forVisibleRuns(path, area, [&](size_t first, size_t last) {
+            for (size_t at = first; at < last; ++at) {
+                addPiece(part, path, at, stroke.dashed);
+            }
+        });
+        if (!part.isEmpty()) {
             painter.strokePath(
                 part, {inked(stroke.opacity), stroke.width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin});
             drawn += part.elementCount();

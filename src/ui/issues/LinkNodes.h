@@ -25,7 +25,7 @@ class LinkMeshNode : public QSGGeometryNode
 public:
     LinkMeshNode();
 
-    void setDrawing(const LinkDrawing &drawing, const LinkInk &ink, QQuickWindow &window);
+    void setDrawing(const LinkDrawing &drawing, const LinkInk &ink, const QRectF &area, QQuickWindow &window);
 
 private:
     QSGGeometry m_geometry;

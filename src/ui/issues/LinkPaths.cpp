@@ -8,17 +8,8 @@ namespace Vesk
 namespace
 {
 
-constexpr double pathTolerance = 0.15;
+constexpr double pathTolerance = 0.25;
 constexpr double lineMargin = 6; // what a line and its arrow take up around its points
-
-double distanceFromChord(QPointF point, QPointF start, QPointF end)
-{
-    const QPointF chord = end - start;
-    const QPointF way = point - start;
-    const double length = std::hypot(chord.x(), chord.y());
-    return length > 0 ? std::abs(chord.x() * way.y() - chord.y() * way.x()) / length
-                      : std::hypot(way.x(), way.y());
-}
 
 void addPoint(LinkPath &path, QPointF point)
 {
@@ -60,6 +51,15 @@ void addCurve(LinkPath &path, const IssueLinkCurves::Cubic &curve, double tolera
 
 } // namespace
 
+double distanceFromChord(QPointF point, QPointF start, QPointF end)
+{
+    const QPointF chord = end - start;
+    const QPointF way = point - start;
+    const double length = std::hypot(chord.x(), chord.y());
+    return length > 0 ? std::abs(chord.x() * way.y() - chord.y() * way.x()) / length
+                      : std::hypot(way.x(), way.y());
+}
+
 IssueLinkCurves::Stroke strokeAtScale(const IssueLinkCurves::Stroke &stroke, double pixel)
 {
     using namespace IssueLinkCurves;
@@ -83,16 +83,23 @@ LinkPath linkPath(const IssueGraph::Link &link, double tolerance)
         addCurve(path, curve, tolerance);
     }
     if (!path.points.empty()) {
-        const auto [left, right] =
-            std::minmax_element(path.points.begin(), path.points.end(),
-                                [](QPointF one, QPointF two) { return one.x() < two.x(); });
-        const auto [top, bottom] =
-            std::minmax_element(path.points.begin(), path.points.end(),
-                                [](QPointF one, QPointF two) { return one.y() < two.y(); });
-        path.bounds = QRectF(QPointF(left->x(), top->y()), QPointF(right->x(), bottom->y()))
+        path.bounds = pointsBounds(path, 0, path.points.size() - 1)
                           .adjusted(-lineMargin, -lineMargin, lineMargin, lineMargin);
     }
     return path;
+}
+
+QRectF pointsBounds(const LinkPath &path, size_t first, size_t last)
+{
+    constexpr double thickness = 1e-3; // a level line is no empty area
+    double left = path.points[first].x(), right = left, top = path.points[first].y(), bottom = top;
+    for (size_t at = first + 1; at <= last; ++at) {
+        left = std::min(left, path.points[at].x());
+        right = std::max(right, path.points[at].x());
+        top = std::min(top, path.points[at].y());
+        bottom = std::max(bottom, path.points[at].y());
+    }
+    return {QPointF(left, top), QPointF(right + thickness, bottom + thickness)};
 }
 
 std::vector<LinkPath> linkPaths(const QList<IssueGraph::Link> &links)

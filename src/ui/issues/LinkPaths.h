@@ -53,6 +53,38 @@ struct LinkDrawing {
 /** Of all links, close enough for the largest zoom. */
 [[nodiscard]] std::vector<LinkPath> linkPaths(const QList<IssueGraph::Link> &links);
 
+/** How far a point is from the straight line between two others. */
+[[nodiscard]] double distanceFromChord(QPointF point, QPointF start, QPointF end);
+
+/** Around some points of a path; not empty, whatever their places. */
+[[nodiscard]] QRectF pointsBounds(const LinkPath &path, size_t first, size_t last);
+
+/** Calls `onRun(first, last)` for the runs of points that may be seen in the area, with some around them. */
+template <typename OnRun>
+void forVisibleRuns(const LinkPath &path, const QRectF &area, OnRun onRun)
+{
+    constexpr size_t stretch = 16;
+    constexpr double widestHalf = 1; // of a line
+    const QRectF wide = area.adjusted(-widestHalf, -widestHalf, widestHalf, widestHalf);
+    if (path.points.size() < 2 || !path.bounds.intersects(area)) {
+        return;
+    }
+    const size_t last = path.points.size() - 1;
+    size_t runStart = 0;
+    for (size_t first = 0; first < last; first += stretch) {
+        const size_t end = std::min(last, first + stretch);
+        if (!pointsBounds(path, first, end).intersects(wide)) {
+            if (runStart < first) {
+                onRun(runStart, first);
+            }
+            runStart = end;
+        }
+    }
+    if (runStart < last) {
+        onRun(runStart, last);
+    }
+}
+
 /** Where all of them lie with their widths and arrows: links that lead back bulge out of the layout. */
 [[nodiscard]] QRectF boundsOf(const std::vector<LinkPath> &paths);
 
