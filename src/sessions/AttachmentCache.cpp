@@ -8,6 +8,7 @@
 #include <QImageReader>
 #include <QLocale>
 #include <QMimeData>
+#include <QRegularExpression>
 #include <QThreadPool>
 #include <QUrl>
 #include <QUuid>
@@ -89,6 +90,13 @@ std::optional<PastedImage> attachableImage(const QMimeData &data)
     if (!data.hasFormat(QLatin1StringView(anyImage)))
         return std::nullopt;
     return PastedImage {{}, std::make_shared<QImage>(data.imageData().value<QImage>())};
+}
+
+bool isGivenName(const QString &fileName)
+{
+    static const QRegularExpression given(QStringLiteral(
+        "^(?:attach|pasted)-\\d{8}-\\d{6}-[0-9A-F]{8}(?:-[0-9A-F]{4}){3}-[0-9A-F]{12}\\.png$"));
+    return given.match(fileName).hasMatch();
 }
 
 Result<QString> savePastedImage(const PastedImage &pasted, const QString &folder, const QDateTime &now,

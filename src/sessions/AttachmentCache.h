@@ -49,6 +49,9 @@ inline constexpr qint64 maxTotalBytes = 268'435'456;
                                               const QDateTime &now,
                                               const QString &prefix = QStringLiteral("attach"));
 
+/** Whether this is a name that savePastedImage() gives: it tells a person nothing. */
+[[nodiscard]] bool isGivenName(const QString &fileName);
+
 /** The files to remove: all older than `age`, then the oldest until no more than `totalBytes` are left. */
 [[nodiscard]] QStringList prunePlan(QList<CachedFile> files, const QDateTime &now, std::chrono::seconds age,
                                     qint64 totalBytes);

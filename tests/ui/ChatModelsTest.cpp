@@ -417,6 +417,7 @@ private Q_SLOTS:
         QCOMPARE(sent.size(), 1);
         QVERIFY(sent.first().startsWith(stage.path(u"caches/attachments/pasted-"_s)));
         QCOMPARE(QImage(sent.first()).size(), image.size());
+        QCOMPARE(ChatWords::attachmentName(sent.first()), u"이미지"_s);
         const QDir cache(stage.path(u"caches/attachments"_s));
         QTRY_COMPARE(cache.entryList(QDir::Files), QStringList {QFileInfo(sent.first()).fileName()});
     }

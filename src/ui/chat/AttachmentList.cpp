@@ -14,11 +14,6 @@ namespace Vesk
 namespace
 {
 
-QString pictureName()
-{
-    return QStringLiteral("이미지");
-}
-
 QList<QUrl> localFiles(const QMimeData &data)
 {
     auto urls = data.urls();
@@ -167,7 +162,7 @@ void AttachmentList::onSaved(ProjectChat *chat, const QUuid &id, const Result<QS
     removeSaving(id);
     const bool whole = path && chat->addAttachment(*path);
     if (!whole) {
-        refuse({pictureName()});
+        refuse({ChatWords::pictureName()});
     }
     Q_EMIT savingEnded(whole);
 }
@@ -212,7 +207,7 @@ QVariant AttachmentList::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case NameRole:
-        return isSaved && !isCached(row.path) ? file.fileName() : pictureName();
+        return isSaved ? ChatWords::attachmentName(row.path) : ChatWords::pictureName();
     case SizeRole:
         return isSaved ? ChatWords::fileSize(file.size()) : QStringLiteral("저장 중…");
     case PathRole:
@@ -236,12 +231,6 @@ QHash<int, QByteArray> AttachmentList::roleNames() const
             {PathRole, "path"},
             {PreviewRole, "preview"},
             {SavingRole, "saving"}};
-}
-
-// The name that a picture got in the cache tells nobody anything.
-bool AttachmentList::isCached(const QString &path) const
-{
-    return m_chat && !m_chat->cachesDir().isEmpty() && path.startsWith(m_chat->cachesDir() + u'/');
 }
 
 void AttachmentList::removeRow(qsizetype index)

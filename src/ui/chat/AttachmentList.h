@@ -82,7 +82,6 @@ private:
     bool removeSaving(const QUuid &id);
     void refuse(const QStringList &names);
     void removeRow(qsizetype index);
-    [[nodiscard]] bool isCached(const QString &path) const;
 
     QPointer<ProjectChat> m_chat;
     QStringList m_paths; // those of m_rows

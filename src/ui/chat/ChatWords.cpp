@@ -1,5 +1,8 @@
 #include "ui/chat/ChatWords.h"
 
+#include "sessions/AttachmentCache.h"
+
+#include <QFileInfo>
 #include <QRegularExpression>
 
 namespace Vesk::ChatWords
@@ -75,6 +78,17 @@ QString modelName(const QString &model)
         name += u'.' + match.captured(3);
     }
     return name;
+}
+
+QString pictureName()
+{
+    return QStringLiteral("이미지");
+}
+
+QString attachmentName(const QString &path)
+{
+    const QString name = QFileInfo(path).fileName();
+    return AttachmentCache::isGivenName(name) ? pictureName() : name;
 }
 
 QString fileSize(qint64 bytes)

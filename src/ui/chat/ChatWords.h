@@ -23,6 +23,10 @@ namespace Vesk::ChatWords
     shape as it is. */
 [[nodiscard]] QString modelName(const QString &model);
 
+/** An attached file by its name; a picture from the clipboard, whose name was made up, as "이미지". */
+[[nodiscard]] QString attachmentName(const QString &path);
+[[nodiscard]] QString pictureName();
+
 /** A size on disk: "512B", "184KB", "3.4MB". */
 [[nodiscard]] QString fileSize(qint64 bytes);
 

@@ -3,7 +3,6 @@
 #include "ui/chat/ChatWords.h"
 
 #include <QClipboard>
-#include <QFileInfo>
 #include <QGuiApplication>
 
 namespace Vesk
@@ -65,7 +64,7 @@ QStringList TimelineRow::attachments() const
 {
     QStringList names;
     for (const auto &path : m_message.attachments) {
-        names << QFileInfo(path).fileName();
+        names << ChatWords::attachmentName(path);
     }
     return names;
 }
