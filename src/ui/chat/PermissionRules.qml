@@ -9,8 +9,10 @@ Item {
     id: rules
 
     required property PermissionCard card
+    // In a narrow pane the rules stand below the words that introduce them.
+    readonly property bool stacked: lead.implicitWidth > lines.width / 2
 
-    implicitHeight: lines.height
+    implicitHeight: lines.y + lines.height
 
     Text {
         id: lead
@@ -29,7 +31,8 @@ Item {
     }
     Column {
         id: lines
-        x: 20
+        x: Theme.px(12) + 8
+        y: rules.stacked ? Theme.codeSmallLine : 0
         width: parent.width - x
 
         Repeater {
@@ -39,7 +42,7 @@ Item {
                 required property string modelData
 
                 width: lines.width
-                leftPadding: lead.implicitWidth + 8
+                leftPadding: rules.stacked ? 0 : lead.implicitWidth + 8
                 text: modelData
                 textFormat: Text.PlainText
                 font: Theme.codeSmall

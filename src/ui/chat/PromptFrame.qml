@@ -51,7 +51,7 @@ Item {
         }
         Column {
             id: titles
-            x: 36
+            x: 12 + Theme.px(16) + 8
             y: 8
             width: parent.width - x - age.width - 24
             spacing: 2

@@ -20,7 +20,7 @@ Bar {
     Row {
         id: activity
         x: 16
-        y: bar.waits ? Math.round((bar.height - height) / 2) : 7
+        y: bar.waits || hint.text.length === 0 ? Math.round((bar.height - height) / 2) : 7
         height: Theme.uiLine
         spacing: 8
 

@@ -51,9 +51,11 @@ T.Button {
     }
 
     contentItem: Item {
+        id: content
+
         // From what the words want, not from what they get: the button's own width follows from this.
         implicitWidth: words.implicitWidth + (sign.visible ? sign.width + row.spacing : 0)
-            + (cap.visible ? cap.implicitWidth + row.spacing : 0) - (words.visible ? 0 : row.spacing)
+            + (control.keys.length > 0 ? cap.implicitWidth + row.spacing : 0) - (words.visible ? 0 : row.spacing)
         implicitHeight: row.implicitHeight
 
         Row {
@@ -84,7 +86,8 @@ T.Button {
             Label {
                 id: cap
                 anchors.verticalCenter: parent.verticalCenter
-                visible: control.keys.length > 0
+                // The words come first.
+                visible: control.keys.length > 0 && content.width + 1 > content.implicitWidth
                 text: control.keys
                 font: Theme.meta
                 color: control.filled && control.enabled ? Theme.onAccent

@@ -161,6 +161,7 @@ FocusScope {
         anchors.topMargin: Theme.px(68) + 12
         anchors.right: pane.right
         anchors.rightMargin: 16
+        width: Math.min(360, pane.width - 32)
         attention: shell.attention
         resume: shell.resume
         onTakenBack: resumePanel.item ? resumePanel.item.focusList() : pane.focusBody()

@@ -11,7 +11,6 @@ Lazy {
 
     signal takenBack()
 
-    width: 360
     wanted: attention.toasts.count > 0 || resume.trashedTitle.length > 0
     file: Qt.resolvedUrl("ToastStack.qml")
     properties: ({ attention: area.attention, resume: area.resume })
