@@ -1,0 +1,88 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Vesk.Controls
+import Vesk.Issues
+
+// The drawing of the graph, moved and scaled as a whole: links, and the cards that are in sight above them.
+Item {
+    id: canvas
+
+    required property IssueGraphModel graph
+
+    Accessible.role: Accessible.Graphic
+    Accessible.name: "의존관계 그림"
+    Accessible.description: graph.focusText
+    clip: true
+
+    Binding {
+        target: canvas.graph.stage
+        property: "unit"
+        value: Theme.scale
+    }
+    Binding {
+        target: canvas.graph.stage
+        property: "size"
+        value: Qt.size(canvas.width, canvas.height)
+    }
+
+    Item {
+        id: picture
+        x: canvas.graph.stage.pan.x
+        y: canvas.graph.stage.pan.y
+        scale: canvas.graph.stage.scale
+        transformOrigin: Item.TopLeft
+
+        GraphLinks {
+            layout: canvas.graph.layout
+            chain: canvas.graph.chain
+            showsResolved: canvas.graph.showsResolved
+            zoom: canvas.graph.stage.scale
+            backwardColor: Theme.danger
+            openColor: Theme.warning
+            resolvedColor: Theme.text2
+        }
+        Repeater {
+            model: canvas.graph
+
+            delegate: IssueGraphCard {
+                tiny: canvas.graph.stage.zoom < 0.4
+                onChosen: canvas.graph.choose(key)
+            }
+        }
+    }
+
+    PinchHandler {
+        property real last: 1
+
+        target: null
+        onActiveChanged: last = 1
+        onActiveScaleChanged: {
+            canvas.graph.stage.zoomBy(activeScale / last, centroid.position)
+            last = activeScale
+        }
+    }
+    // Above the cards: a drag may begin on one of them.
+    MouseArea {
+        property point from
+
+        anchors.fill: parent
+        cursorShape: canvas.graph.isEmpty ? Qt.ArrowCursor : pressed ? Qt.ClosedHandCursor : Qt.ArrowCursor
+        Accessible.ignored: true
+        onPressed: mouse => {
+            from = Qt.point(mouse.x, mouse.y)
+            canvas.forceActiveFocus(Qt.MouseFocusReason)
+        }
+        onPositionChanged: mouse => canvas.graph.stage.drag(Qt.point(mouse.x - from.x, mouse.y - from.y))
+        onReleased: mouse => {
+            if (canvas.graph.stage.endDrag())
+                canvas.graph.click(Qt.point(mouse.x, mouse.y))
+        }
+        onCanceled: canvas.graph.stage.endDrag()
+        onDoubleClicked: mouse => canvas.graph.openAt(Qt.point(mouse.x, mouse.y))
+        onWheel: wheel => canvas.graph.stage.wheel(Qt.point(wheel.angleDelta.x, wheel.angleDelta.y),
+                                                   Qt.point(wheel.x, wheel.y),
+                                                   (wheel.modifiers & Qt.ControlModifier) !== 0,
+                                                   (wheel.modifiers & Qt.ShiftModifier) !== 0)
+    }
+}

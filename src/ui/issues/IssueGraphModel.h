@@ -1,0 +1,149 @@
+// The dependency graph of an issue window: its cards in sight, what is in focus, and its counts.
+#pragma once
+
+#include "issues/IssueGraphMemo.h"
+#include "ui/controls/KeyedRowsModel.h"
+#include "ui/issues/GraphStage.h"
+#include "ui/issues/IssuesView.h"
+
+#include <QAbstractListModel>
+#include <QHash>
+#include <QSet>
+#include <QStringList>
+#include <QtQml/qqmlregistration.h>
+
+#include <memory>
+
+namespace Vesk
+{
+
+/** What is wrong with the declarations, worst first. */
+class IssueProblemRows : public Vesk::KeyedRowsModel
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("belongs to IssueGraphModel")
+
+public:
+    enum Role { MessageRole = Qt::UserRole + 1, IssueRole /**< the id to open */ };
+
+    using Vesk::KeyedRowsModel::KeyedRowsModel;
+    void show(const QList<IssueGraph::Problem> &problems);
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+private:
+    QList<IssueGraph::Problem> m_problems;
+};
+
+/**
+ * Rows are the cards in and around the sight, in no order: a row that is not needed any more becomes the next
+ * card that is. Points are the layout's, but where a function says that they are the pane's.
+ */
+class IssueGraphModel : public QAbstractListModel
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(Vesk::IssuesView *view READ view WRITE setView NOTIFY viewChanged REQUIRED)
+    Q_PROPERTY(Vesk::GraphStage *stage READ stage CONSTANT)
+    Q_PROPERTY(Vesk::IssueProblemRows *problems READ problems CONSTANT)
+    /** The scope; empty for all. */
+    Q_PROPERTY(QString milestone READ milestone WRITE setMilestone NOTIFY pictureChanged)
+    Q_PROPERTY(QStringList milestones READ milestones NOTIFY pictureChanged)
+    Q_PROPERTY(bool showsResolved READ showsResolved WRITE setShowsResolved NOTIFY showsResolvedChanged)
+    Q_PROPERTY(Vesk::IssueGraph::Layout layout READ layout NOTIFY pictureChanged)
+    Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY pictureChanged)
+    Q_PROPERTY(int readyCount READ readyCount NOTIFY pictureChanged)
+    Q_PROPERTY(int blockedCount READ blockedCount NOTIFY pictureChanged)
+    /** The issue whose chain is in focus, by its key; empty for none. */
+    Q_PROPERTY(QString focusKey READ focusKey NOTIFY focusChanged)
+    /** In words, for who does not see the picture. */
+    Q_PROPERTY(QString focusText READ focusText NOTIFY focusChanged)
+    Q_PROPERTY(QSet<QString> chain READ chain NOTIFY focusChanged)
+
+public:
+    enum Role {
+        KeyRole = Qt::UserRole + 1,
+        IdRole,
+        TitleRole,
+        StatusRole, ///< IssueStatus::Kind
+        NoteRole,
+        ToneRole, ///< GraphCards::Tone
+        MilestoneRole,
+        FrameRole,
+        InChainRole, ///< also without a chain
+        FocusedRole,
+        ContextRole,
+        SettledRole,
+    };
+    /** As in GraphCards. */
+    enum class Direction { Left, Right, Up, Down };
+    Q_ENUM(Direction)
+
+    explicit IssueGraphModel(QObject *parent = nullptr);
+
+    [[nodiscard]] IssuesView *view() const { return m_view; }
+    void setView(IssuesView *view);
+    [[nodiscard]] GraphStage *stage() { return &m_stage; }
+    [[nodiscard]] IssueProblemRows *problems() { return &m_problems; }
+    [[nodiscard]] const QString &milestone() const { return m_milestone; }
+    void setMilestone(const QString &milestone);
+    [[nodiscard]] QStringList milestones() const;
+    [[nodiscard]] bool showsResolved() const { return m_showsResolved; }
+    void setShowsResolved(bool shows);
+    [[nodiscard]] IssueGraph::Layout layout() const { return m_prepared->layout; }
+    [[nodiscard]] bool isEmpty() const { return m_prepared->layout.placements.isEmpty(); }
+    [[nodiscard]] int readyCount() const { return m_prepared->scoped.readyCount(); }
+    [[nodiscard]] int blockedCount() const { return m_prepared->scoped.blockedCount(); }
+    [[nodiscard]] const QString &focusKey() const { return m_focusKey; }
+    [[nodiscard]] QString focusText() const;
+    [[nodiscard]] const QSet<QString> &chain() const { return m_chain; }
+
+    /** A click at this point of the pane: the card there is chosen and its chain focused; beside all cards
+       the focus goes. */
+    Q_INVOKABLE void click(QPointF point);
+    /** Opens what is at this point of the pane, if anything is. */
+    Q_INVOKABLE void openAt(QPointF point);
+    Q_INVOKABLE void choose(const QString &key);
+    Q_INVOKABLE void clearFocus() { focus({}); }
+    /** Moves the focus by an arrow key. */
+    Q_INVOKABLE void step(Vesk::IssueGraphModel::Direction direction);
+    /** Shows the issue in focus in the list section. */
+    Q_INVOKABLE void openFocused() { open(m_focusKey); }
+    /** The same for an id, as of a problem. */
+    Q_INVOKABLE void openIssue(const QString &id) { open(id); }
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void viewChanged();
+    void pictureChanged();
+    void showsResolvedChanged();
+    void focusChanged();
+
+private:
+    void update();
+    void updateSight(bool anew);
+    void focus(const QString &key);
+    void followSelection();
+    void revealFocus();
+    void open(const QString &id);
+    [[nodiscard]] QString keyAt(QPointF point) const;
+    [[nodiscard]] const IssueGraph::Placement *card(const QString &key) const;
+
+    IssuesView *m_view = nullptr;
+    GraphStage m_stage;
+    IssueProblemRows m_problems;
+    QString m_milestone;
+    bool m_showsResolved = true;
+    std::shared_ptr<const IssueGraphMemo::Prepared> m_prepared;
+    QHash<QString, qsizetype> m_placeOf; // in the layout, by key
+    QString m_focusKey;
+    QSet<QString> m_chain;
+    QRectF m_held;
+    QStringList m_rows; // keys
+};
+
+} // namespace Vesk
