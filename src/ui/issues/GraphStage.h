@@ -27,6 +27,7 @@ class GraphStage : public QObject
     Q_PROPERTY(qreal scale READ scale NOTIFY changed)
     Q_PROPERTY(qreal zoom READ zoom NOTIFY changed)
     Q_PROPERTY(QPointF pan READ pan NOTIFY changed)
+    Q_PROPERTY(QRectF sight READ sight NOTIFY changed)
     Q_PROPERTY(int percent READ percent NOTIFY changed)
     Q_PROPERTY(bool canZoomIn READ canZoomIn NOTIFY changed)
     Q_PROPERTY(bool canZoomOut READ canZoomOut NOTIFY changed)

@@ -38,6 +38,7 @@ Item {
             chain: canvas.graph.chain
             showsResolved: canvas.graph.showsResolved
             zoom: canvas.graph.stage.scale
+            visibleArea: canvas.graph.stage.sight
             backwardColor: Theme.danger
             openColor: Theme.warning
             resolvedColor: Theme.text2
