@@ -155,7 +155,7 @@ bool IssueFolderMaker::fill(const QString &folder)
         }
     }
     return write(folder + u"/BOARD.md"_s, board)
-        && write(folder + u"/README.md"_s, u"# 이슈 관리 규칙\n\nBILL-026은 다음 분기에 쓴다.\n"_s) && fine;
+        && write(folder + u"/README.md"_s, u"# 이슈 관리 규칙\n\n(BILL-026)은 다음 분기에 쓴다.\n"_s) && fine;
 }
 
 bool IssueFolderMaker::fillMany(const QString &folder, int count)

@@ -82,7 +82,7 @@ private Q_SLOTS:
         list.setView(stage.view.get());
         const auto rows = shown(list);
         QCOMPARE(rows.first(6),
-                 (QStringList {u"M1 · 환불"_s, u"BILL-004 3/5"_s, u"BILL-005 4/4"_s, u"BILL-007 선행 1"_s,
+                 (QStringList {u"M1 · 환불"_s, u"BILL-004 3/5"_s, u"BILL-005 4/4"_s, u"BILL-007 선행 2"_s,
                                u"BILL-009 선행 1"_s, u"끝난 이슈 2건"_s}));
         QVERIFY(rows.contains(u"BILL-013 지금 가능"_s));
         QVERIFY2(rows.contains(u"BILL-030 지금 가능"_s) || rows.contains(u"BILL-030"_s),

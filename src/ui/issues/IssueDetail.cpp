@@ -97,14 +97,12 @@ void IssueDetail::close()
     m_document->disconnect(this);
     m_document->flushOrEvacuate();
     m_document->stopWatching();
-    const bool differs = !m_document->isDirty() && m_reloadLater.isActive();
     m_readLater.stop();
-    m_reloadLater.stop();
+    if (!m_document->isDirty()) {
+        noteSaved();
+    }
     m_document.release()->deleteLater();
     m_unsavedSince = {};
-    if (differs) {
-        m_reloadLater.start();
-    }
 }
 
 void IssueDetail::openSelected()

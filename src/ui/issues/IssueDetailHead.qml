@@ -11,11 +11,15 @@ Item {
 
     signal modeChosen(int mode)
 
-    implicitHeight: Theme.px(32)
+    // Too narrow for all in one line, the title has the first one for itself.
+    readonly property bool narrow: width < number.implicitWidth + actions.implicitWidth + Theme.px(160)
+    readonly property real lineHeight: Theme.px(32)
+
+    implicitHeight: narrow ? lineHeight * 2 : lineHeight
 
     Label {
         id: number
-        height: parent.height
+        height: head.lineHeight
         text: head.detail.issueId
         font: Theme.code
         color: Theme.text3
@@ -23,8 +27,8 @@ Item {
     Label {
         anchors.left: number.right
         anchors.leftMargin: 10
-        width: actions.x - x - 12
-        height: parent.height
+        width: (head.narrow ? head.width : actions.x - 12) - x
+        height: head.lineHeight
         text: head.detail.title
         font: Theme.issueTitle
         Accessible.role: Accessible.Heading
@@ -38,8 +42,8 @@ Item {
     }
     Row {
         id: actions
-        anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.right: head.narrow ? undefined : parent.right
+        y: head.narrow ? head.lineHeight : 2
         spacing: 8
 
         SegmentedControl {

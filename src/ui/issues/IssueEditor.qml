@@ -14,6 +14,10 @@ FocusScope {
     IssueEditorLink {
         editor: edit.textDocument
         document: box.document
+        onReplaced: {
+            edit.cursorPosition = 0
+            flick.contentY = 0
+        }
     }
     Flickable {
         id: flick
@@ -60,8 +64,4 @@ FocusScope {
         }
     }
     HoverHandler { cursorShape: Qt.IBeamCursor }
-    Connections {
-        target: box
-        function onDocumentChanged(): void { flick.contentY = 0 }
-    }
 }

@@ -106,6 +106,9 @@ void IssueEditorLink::show(bool fresh)
         cursor.endEditBlock();
     }
     m_busy = false;
+    if (fresh) {
+        Q_EMIT replaced();
+    }
 }
 
 } // namespace Vesk

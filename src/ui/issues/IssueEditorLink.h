@@ -30,6 +30,7 @@ public:
 Q_SIGNALS:
     void editorChanged();
     void documentChanged();
+    void replaced(); ///< another document's text is in the editor
 
 private:
     void take();

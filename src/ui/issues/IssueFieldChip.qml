@@ -13,7 +13,7 @@ T.AbstractButton {
     required property string value
     required property IssueDetail detail
 
-    implicitWidth: Math.min(row.implicitWidth + 16, 320)
+    implicitWidth: Math.min(key.implicitWidth + words.implicitWidth + 21, 320)
     implicitHeight: Theme.px(28)
     focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.Button
@@ -26,7 +26,6 @@ T.AbstractButton {
 
     contentItem: Item {
         Row {
-            id: row
             x: 8
             height: parent.height
             spacing: 5
@@ -40,6 +39,7 @@ T.AbstractButton {
                 Accessible.ignored: true
             }
             Label {
+                id: words
                 width: Math.min(implicitWidth, chip.width - key.width - 21)
                 height: parent.height
                 text: chip.value.length > 0 ? chip.value : "—"

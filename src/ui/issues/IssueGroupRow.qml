@@ -17,7 +17,7 @@ Item {
         color: Theme.text3
     }
     Label {
-        x: head.row.isFold ? 40 : 32
+        x: arrow.x + Theme.px(12) + (head.row.isFold ? 10 : 8)
         width: (share.visible ? share.x : parent.width - 20) - x - 8
         height: parent.height
         text: head.row.title

@@ -105,6 +105,7 @@ void IssueList::filterBy(int chip)
 {
     const auto status = m_filter.statusAt(chip);
     m_choice.status = m_choice.status == status ? std::nullopt : status;
+    m_filter.show(IssueListRows::statuses(m_groups), m_choice.status);
     refresh();
 }
 
@@ -158,13 +159,13 @@ int IssueList::issueFrom(int row, int step) const
 void IssueList::regroup()
 {
     m_groups = IssueGrouping::groups(m_view->store().items(), m_view->store().board());
+    m_filter.show(IssueListRows::statuses(m_groups), m_choice.status);
     refresh();
 }
 
 void IssueList::refresh()
 {
     m_choice.query = m_view->query();
-    m_filter.show(IssueListRows::statuses(m_groups), m_choice.status);
     auto rows = IssueListRows::of(m_groups, m_view->store().graph(), m_choice);
     QStringList keys;
     keys.reserve(rows.size());

@@ -116,11 +116,12 @@ QList<Row> IssueListRows::of(const QList<IssueGroup> &groups, const IssueGraph::
         QList<Row> settled;
         int done = 0;
         for (const auto &item : group.items) {
-            auto row = issueRow(item, nodes.value(item.doc.id.toLower()));
-            row.group = group.key;
-            done += row.status.isTerminal() ? 1 : 0;
-            if (fits(row.status) && IssueSearch::matches(item.doc, item.fileName(), query)) {
-                (row.status.isTerminal() ? settled : open).append(std::move(row));
+            const auto status = IssueStatus::parse(item.doc.status());
+            done += status.isTerminal() ? 1 : 0;
+            if (fits(status) && IssueSearch::matches(item.doc, item.fileName(), query)) {
+                auto row = issueRow(item, nodes.value(item.doc.id.toLower()));
+                row.group = group.key;
+                (status.isTerminal() ? settled : open).append(std::move(row));
             }
         }
         for (qsizetype place = 0; place < group.boardOnly.size(); ++place) {

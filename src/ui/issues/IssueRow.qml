@@ -10,6 +10,7 @@ Item {
     required property IssueListItem row
 
     readonly property bool hasFile: row.path.length > 0
+    readonly property real textX: 15 + Theme.px(26)
     readonly property bool settled: row.statusKind === 4 || row.statusKind === 5
 
     function openStatusMenu(): void {
@@ -54,7 +55,7 @@ Item {
         }
     }
     StruckLabel {
-        x: 41
+        x: issue.textX
         y: Theme.px(4)
         width: parent.width - x - 20
         height: Theme.uiLine
@@ -65,7 +66,7 @@ Item {
     }
     Label {
         id: number
-        x: 41
+        x: issue.textX
         y: Theme.px(24)
         width: Math.min(implicitWidth, parent.width * 0.5)
         height: Theme.metaLine

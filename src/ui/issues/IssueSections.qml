@@ -76,7 +76,7 @@ Item {
         after: true
         value: graph.height
         from: 120
-        to: Math.max(120, sections.height - 260)
+        to: Math.max(120, sections.height - Theme.px(300))
         label: "의존관계 높이"
         onMoved: value => sections.view.graphHeight = value
     }
@@ -86,7 +86,7 @@ Item {
         anchors.left: edge.right
         anchors.right: parent.right
         anchors.bottom: parent.bottom
-        height: Math.min(sections.view.graphHeight, Math.max(120, sections.height - 260))
+        height: Math.min(sections.view.graphHeight, Math.max(120, sections.height - Theme.px(300)))
         visible: sections.listed && status === Loader.Ready && sections.view.issueCount > 0
         Component.onCompleted: setSource("IssueGraphPane.qml", { view: sections.view })
     }

@@ -12,6 +12,9 @@ FocusScope {
 
     readonly property bool ready: view.folderState === IssuesView.Ready
 
+    // Without room for all, the words go first that stand elsewhere too.
+    readonly property bool narrow: width < Theme.px(1000)
+
     signal newTriggered()
     signal syncTriggered()
 
@@ -70,6 +73,8 @@ FocusScope {
         anchors.left: project.right
         anchors.leftMargin: 2
         anchors.verticalCenter: parent.verticalCenter
+        visible: !header.narrow
+        width: visible ? implicitWidth : 0
         text: "이슈"
         color: Theme.text2
     }
@@ -96,7 +101,8 @@ FocusScope {
             id: problems
             visible: header.view.problemCount > 0
             iconName: "warning"
-            text: "관계 문제 " + header.view.problemCount
+            text: header.narrow ? header.view.problemCount : "관계 문제 " + header.view.problemCount
+            tip: header.narrow ? "관계 문제" : ""
             ink: Theme.warning
             edge: Theme.warning
             Accessible.role: Accessible.ButtonMenu
@@ -109,14 +115,17 @@ FocusScope {
             }
         }
         VButton {
-            text: "보드 맞추기…"
+            text: header.narrow ? "" : "보드 맞추기…"
+            iconName: header.narrow ? "rules" : ""
+            tip: header.narrow ? "보드 맞추기…" : ""
+            Accessible.name: "보드 맞추기…"
             onClicked: header.syncTriggered()
         }
         VButton {
             kind: VButton.Primary
             iconName: "plus"
             text: "새 이슈"
-            keys: "Ctrl Shift N"
+            keys: header.narrow ? "" : "Ctrl Shift N"
             onClicked: header.newTriggered()
         }
     }

@@ -43,6 +43,10 @@ void NewIssueForm::setView(IssuesView *view)
     m_prefix = m_context.survey.prefix.isEmpty() ? IssueScaffold::suggestedKey(m_view->store().cwd())
                                                  : m_context.survey.prefix;
     m_number = u"%1"_s.arg(m_context.survey.next, m_context.survey.digits, 10, QChar(u'0'));
+    if (const auto key = m_context.fields.key(IssueKeys::status());
+        key && !m_context.fields.status().has_value()) {
+        m_values.insert(*key, IssueStatus {IssueStatus::Kind::Todo}.written());
+    }
     Q_EMIT viewChanged();
     Q_EMIT changed();
 }

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Templates as T
 import Vesk.Controls
 import Vesk.Issues
 
@@ -11,117 +12,130 @@ Dialog {
     required property IssuesView view
 
     function submit(): void {
-        if (form.canCreate && form.create())
+        if (entry.canCreate && entry.create())
             close()
     }
+
+    readonly property real room: (T.Overlay.overlay ? T.Overlay.overlay.height : 600) - Theme.px(130)
 
     title: "새 이슈"
     implicitWidth: 560
     Component.onCompleted: titleField.focus = true
 
-    contentItem: Column {
-        spacing: 4
+    // A window too low for all of it scrolls within.
+    contentItem: Flickable {
+        implicitHeight: Math.min(column.height, sheet.room)
+        contentHeight: column.height
+        boundsBehavior: Flickable.StopAtBounds
+        clip: contentHeight > height
+        T.ScrollBar.vertical: ScrollBar {}
 
-        Keys.onPressed: event => {
-            event.accepted = event.modifiers & Qt.ControlModifier
-                && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
-            if (event.accepted)
-                sheet.submit()
-        }
-
-        NewIssueForm {
-            id: form
-            view: sheet.view
-        }
-        FieldLabel { text: "번호" }
-        Row {
+        Column {
+            id: column
             width: parent.width
-            spacing: 8
+            spacing: 4
 
-            Label {
-                height: numberField.height
-                text: form.prefix.length > 0 ? form.prefix + "-" : ""
-                font: Theme.code
-                color: Theme.text2
+            Keys.onPressed: event => {
+                event.accepted = event.modifiers & Qt.ControlModifier
+                    && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
+                if (event.accepted)
+                    sheet.submit()
             }
-            TextField {
-                id: numberField
-                width: 96
-                placeholderText: "번호"
-                text: form.number
-                invalid: form.numberProblem.length > 0
-                inputMethodHints: Qt.ImhDigitsOnly
-                onTextEdited: form.number = text
-                onSubmitted: titleField.forceActiveFocus()
+
+            NewIssueForm {
+                id: entry
+                view: sheet.view
             }
-            Label {
-                height: numberField.height
-                text: form.numberProblem.length > 0 ? form.numberProblem
-                    : form.numberHint.length > 0 ? form.numberHint : form.numberOrigin
-                font: Theme.secondary
-                color: form.numberProblem.length > 0 ? Theme.danger
-                    : form.numberHint.length > 0 ? Theme.warning : Theme.text3
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
-            }
-        }
-        FieldLabel { text: "제목" }
-        TextField {
-            id: titleField
-            width: parent.width
-            focus: true
-            placeholderText: "무엇을 할지 한 줄로"
-            text: form.title
-            onTextEdited: form.title = text
-            onSubmitted: sheet.submit()
-        }
-        Label {
-            width: parent.width
-            text: form.fileProblem.length > 0 ? form.fileName + " — " + form.fileProblem : form.fileName
-            elide: Text.ElideMiddle
-            font: Theme.codeSmall
-            color: form.fileProblem.length > 0 ? Theme.danger : Theme.text3
-            Accessible.role: Accessible.StaticText
-            Accessible.name: "파일 " + text
-        }
-        Flow {
-            width: parent.width
-            topPadding: 4
-            spacing: 12
+            FieldLabel { text: "번호" }
+            Row {
+                width: parent.width
+                spacing: 8
 
-            Repeater {
-                model: form.fieldNames
-
-                delegate: NewIssueField {
-                    required property string modelData
-
-                    width: Math.floor((sheet.availableWidth - 24) / 3)
-                    name: modelData
-                    form: form
+                Label {
+                    height: numberField.height
+                    text: entry.prefix.length > 0 ? entry.prefix + "-" : ""
+                    font: Theme.code
+                    color: Theme.text2
+                }
+                TextField {
+                    id: numberField
+                    width: 96
+                    placeholderText: "번호"
+                    text: entry.number
+                    invalid: entry.numberProblem.length > 0
+                    inputMethodHints: Qt.ImhDigitsOnly
+                    onTextEdited: entry.number = text
+                    onSubmitted: titleField.forceActiveFocus()
+                }
+                Label {
+                    height: numberField.height
+                    text: entry.numberProblem.length > 0 ? entry.numberProblem
+                        : entry.numberHint.length > 0 ? entry.numberHint : entry.numberOrigin
+                    font: Theme.secondary
+                    color: entry.numberProblem.length > 0 ? Theme.danger
+                        : entry.numberHint.length > 0 ? Theme.warning : Theme.text3
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                 }
             }
+            FieldLabel { text: "제목" }
+            TextField {
+                id: titleField
+                width: parent.width
+                focus: true
+                placeholderText: "무엇을 할지 한 줄로"
+                text: entry.title
+                onTextEdited: entry.title = text
+                onSubmitted: sheet.submit()
+            }
+            Label {
+                width: parent.width
+                text: entry.fileProblem.length > 0 ? entry.fileName + " — " + entry.fileProblem : entry.fileName
+                elide: Text.ElideMiddle
+                font: Theme.codeSmall
+                color: entry.fileProblem.length > 0 ? Theme.danger : Theme.text3
+                Accessible.role: Accessible.StaticText
+                Accessible.name: "파일 " + text
+            }
+            Flow {
+                width: parent.width
+                topPadding: 4
+                spacing: 12
+
+                Repeater {
+                    model: entry.fieldNames
+
+                    delegate: NewIssueField {
+                        required property string modelData
+
+                        width: Math.floor((sheet.availableWidth - 24) / 3)
+                        name: modelData
+                        form: entry
+                    }
+                }
+            }
+            NewIssueRefs {
+                width: parent.width
+                title: "선행"
+                waitsFor: true
+                rows: entry.blockedBy
+                form: entry
+            }
+            NewIssueRefs {
+                width: parent.width
+                title: "후행"
+                waitsFor: false
+                rows: entry.blocks
+                form: entry
+            }
+            Label {
+                topPadding: 6
+                text: entry.templateOrigin
+                font: Theme.meta
+                color: Theme.text3
+            }
+            FieldReason { text: entry.error }
         }
-        NewIssueRefs {
-            width: parent.width
-            title: "선행"
-            waitsFor: true
-            rows: form.blockedBy
-            form: form
-        }
-        NewIssueRefs {
-            width: parent.width
-            title: "후행"
-            waitsFor: false
-            rows: form.blocks
-            form: form
-        }
-        Label {
-            topPadding: 6
-            text: form.templateOrigin
-            font: Theme.meta
-            color: Theme.text3
-        }
-        FieldReason { text: form.error }
     }
     footer: DialogButtons {
         VButton {
@@ -132,7 +146,7 @@ Dialog {
             kind: VButton.Primary
             text: "만들기"
             keys: "Ctrl Enter"
-            enabled: form.canCreate
+            enabled: entry.canCreate
             onClicked: sheet.submit()
         }
     }
