@@ -153,12 +153,10 @@ private Q_SLOTS:
         IssueHouse house;
         auto &theatre = *house.theatre;
         house.view().select(house.file(u"BILL-010-batch.md"_s));
-        theatre.press(Qt::Key_F, Qt::ControlModifier);
-        theatre.press(Qt::Key_Tab);
-        for (int stop = 0; stop < 20 && !theatre.window()->activeFocusItem()->inherits("QQuickListView");
-             ++stop) {
-            theatre.press(Qt::Key_Tab);
-        }
+        auto *list = Test::findItem(theatre.window()->contentItem(),
+                                    [](const QQuickItem &item) { return item.inherits("QQuickListView"); });
+        QVERIFY(list);
+        list->forceActiveFocus(Qt::TabFocusReason);
         theatre.press(Qt::Key_S);
         QTRY_VERIFY(theatre.shows(u"보류"_s));
         theatre.press(Qt::Key_Down);

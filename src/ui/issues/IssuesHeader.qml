@@ -74,13 +74,12 @@ FocusScope {
         anchors.leftMargin: 2
         anchors.verticalCenter: parent.verticalCenter
         visible: !header.narrow
-        width: visible ? implicitWidth : 0
         text: "이슈"
         color: Theme.text2
     }
     SegmentedControl {
         id: segments
-        anchors.left: word.right
+        anchors.left: header.narrow ? project.right : word.right
         anchors.leftMargin: 12
         anchors.verticalCenter: parent.verticalCenter
         enabled: header.ready
