@@ -109,7 +109,7 @@ private Q_SLOTS:
         using enum GraphCards::Direction;
         QTest::newRow("on") << u"a-2"_s << Right << u"a-4"_s;
         QTest::newRow("back") << u"a-4"_s << Left << u"a-2"_s;
-        QTest::newRow("to the nearest of two") << u"a-1"_s << Right << u"a-2"_s;
+        QTest::newRow("to the nearest of two") << u"a-1"_s << Right << u"a-3"_s;
         QTest::newRow("without a link, to the next column") << u"a-3"_s << Right << u"a-4"_s;
         QTest::newRow("no further") << u"a-4"_s << Right << u"a-4"_s;
         QTest::newRow("down") << u"a-1"_s << Down << u"a-5"_s;

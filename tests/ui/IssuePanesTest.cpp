@@ -50,7 +50,7 @@ void putBilling(const IssueFolderStage &stage)
     put(26, u"배송 조회 시간 단축"_s, u"상태 | review / 영역 | backend / 추정 | 3d / 우선순위 | P1"_s,
         u"- [x] a\n- [x] b\n"_s);
     put(27, u"첫 화면 글꼴 줄이기"_s, u"상태 | done / 영역 | web / 추정 | 1d"_s, u"- [x] a\n"_s);
-    put(28, u"해외 배송비 표"_s, u"상태 | 보류 외부 답변 기다림 / 우선순위 | P2"_s);
+    put(28, u"해외 배송비 표"_s, u"상태 | `보류` — 외부 답변 기다림 / 우선순위 | P2"_s);
     put(29, u"후기 정렬이 뒤바뀜"_s, u"영역 | web"_s);
     stage.putBoard(
         u"## M1\n| ID | 제목 | 우선순위 | 상태 |\n|---|---|---|---|\n| BILL-030 | 보드에만 있는 일 | P2 | todo |\n"_s);

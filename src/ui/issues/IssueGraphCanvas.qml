@@ -9,6 +9,8 @@ Item {
     id: canvas
 
     required property IssueGraphModel graph
+    // The keyboard is at work here, not the pointer.
+    property bool keyed: false
 
     Accessible.role: Accessible.Graphic
     Accessible.name: "의존관계 그림"
@@ -26,6 +28,8 @@ Item {
         value: Qt.size(canvas.width, canvas.height)
     }
 
+    Component.onCompleted: graph.drawLinks(links)
+
     Item {
         id: picture
         x: canvas.graph.stage.pan.x
@@ -34,8 +38,7 @@ Item {
         transformOrigin: Item.TopLeft
 
         GraphLinks {
-            layout: canvas.graph.layout
-            chain: canvas.graph.chain
+            id: links
             showsResolved: canvas.graph.showsResolved
             zoom: canvas.graph.stage.scale
             visibleArea: canvas.graph.stage.sight
@@ -72,6 +75,7 @@ Item {
         Accessible.ignored: true
         onPressed: mouse => {
             from = Qt.point(mouse.x, mouse.y)
+            canvas.keyed = false
             canvas.forceActiveFocus(Qt.MouseFocusReason)
         }
         onPositionChanged: mouse => canvas.graph.stage.drag(Qt.point(mouse.x - from.x, mouse.y - from.y))

@@ -18,8 +18,11 @@ void IssueProblemRows::show(const QList<IssueGraph::Problem> &problems)
     QStringList keys;
     for (const auto &problem : problems) {
         keys.append(problem.id());
+        m_byKey.insert(keys.last(), problem);
     }
     setKeys(keys);
+    // Until here rows that go could still be asked for.
+    m_byKey.removeIf([&keys](const auto &entry) { return !keys.contains(entry.key()); });
     noteAllChanged();
 }
 
@@ -28,7 +31,7 @@ QVariant IssueProblemRows::data(const QModelIndex &index, int role) const
     if (!holds(index)) {
         return {};
     }
-    const auto &problem = m_problems[index.row()];
+    const auto problem = m_byKey.value(keys()[index.row()]);
     switch (role) {
     case Qt::DisplayRole:
     case MessageRole:
@@ -153,6 +156,16 @@ void IssueGraphModel::updateSight(bool anew)
         m_rows += added;
         endInsertRows();
     }
+}
+
+void IssueGraphModel::drawLinks(GraphLinksItem *links)
+{
+    const auto giveLayout = [this, links] { links->setLayout(m_prepared->layout); };
+    const auto giveChain = [this, links] { links->setChain(m_chain); };
+    connect(this, &IssueGraphModel::pictureChanged, links, giveLayout);
+    connect(this, &IssueGraphModel::focusChanged, links, giveChain);
+    giveLayout();
+    giveChain();
 }
 
 QString IssueGraphModel::keyAt(QPointF point) const

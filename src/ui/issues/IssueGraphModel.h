@@ -3,6 +3,7 @@
 
 #include "issues/IssueGraphMemo.h"
 #include "ui/controls/KeyedRowsModel.h"
+#include "ui/issues/GraphLinksItem.h"
 #include "ui/issues/GraphStage.h"
 #include "ui/issues/IssuesView.h"
 
@@ -34,6 +35,7 @@ public:
 
 private:
     QList<IssueGraph::Problem> m_problems;
+    QHash<QString, IssueGraph::Problem> m_byKey;
 };
 
 /**
@@ -51,7 +53,6 @@ class IssueGraphModel : public QAbstractListModel
     Q_PROPERTY(QString milestone READ milestone WRITE setMilestone NOTIFY pictureChanged)
     Q_PROPERTY(QStringList milestones READ milestones NOTIFY pictureChanged)
     Q_PROPERTY(bool showsResolved READ showsResolved WRITE setShowsResolved NOTIFY showsResolvedChanged)
-    Q_PROPERTY(Vesk::IssueGraph::Layout layout READ layout NOTIFY pictureChanged)
     Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY pictureChanged)
     Q_PROPERTY(int readyCount READ readyCount NOTIFY pictureChanged)
     Q_PROPERTY(int blockedCount READ blockedCount NOTIFY pictureChanged)
@@ -59,7 +60,6 @@ class IssueGraphModel : public QAbstractListModel
     Q_PROPERTY(QString focusKey READ focusKey NOTIFY focusChanged)
     /** In words, for who does not see the picture. */
     Q_PROPERTY(QString focusText READ focusText NOTIFY focusChanged)
-    Q_PROPERTY(QSet<QString> chain READ chain NOTIFY focusChanged)
 
 public:
     enum Role {
@@ -98,6 +98,9 @@ public:
     [[nodiscard]] const QString &focusKey() const { return m_focusKey; }
     [[nodiscard]] QString focusText() const;
     [[nodiscard]] const QSet<QString> &chain() const { return m_chain; }
+
+    /** Gives this item what it is to draw, now and whenever that changes. */
+    Q_INVOKABLE void drawLinks(Vesk::GraphLinksItem *links);
 
     /** A click at this point of the pane: the card there is chosen and its chain focused; beside all cards
        the focus goes. */

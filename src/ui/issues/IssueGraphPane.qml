@@ -55,13 +55,18 @@ FocusScope {
         graph: graph
         focus: true
         activeFocusOnTab: true
+        // Of the Tab that came here only the end is heard.
+        Keys.onReleased: event => {
+            keyed = true
+            event.accepted = false
+        }
         Keys.onPressed: event => {
             const plain = (event.modifiers & ~(Qt.ShiftModifier | Qt.KeypadModifier)) === Qt.NoModifier
             event.accepted = plain && pane.act(event.key)
         }
 
         FocusRing {
-            visible: canvas.activeFocus && graph.focusKey.length === 0 && !graph.isEmpty
+            visible: canvas.activeFocus && canvas.keyed && graph.focusKey.length === 0 && !graph.isEmpty
             gap: -3
             parentRadius: 0
         }

@@ -135,41 +135,40 @@ Item {
                 Accessible.ignored: true
             }
         }
-        // Made only for the few cards that somebody works on.
-        Loader {
+        Item {
             width: parent.width
-            visible: active
-            active: card.sessionMark >= 0
-            sourceComponent: Row {
-                spacing: 6
+            height: Theme.px(20)
+            visible: card.sessionMark >= 0
 
-                SessionMark {
-                    anchors.verticalCenter: parent.verticalCenter
-                    kind: Math.max(0, card.sessionMark)
-                    Accessible.ignored: true
-                }
-                Label {
-                    width: Math.min(implicitWidth, column.width - Theme.px(16) - 6
-                                    - (time.visible ? time.implicitWidth + 6 : 0))
-                    height: Theme.px(20)
-                    text: card.sessionText
-                    font: Theme.meta
-                    color: Theme.text2
-                    Accessible.ignored: true
-                }
-                Label {
-                    id: time
-                    height: Theme.px(20)
-                    visible: card.running
-                    text: "· " + ChatTime.elapsed(card.sessionSince, ElapsedClock.now)
-                    font: Theme.meta
-                    color: Theme.text2
-                    Accessible.ignored: true
+            SessionMark {
+                id: mark
+                anchors.verticalCenter: parent.verticalCenter
+                kind: Math.max(0, card.sessionMark)
+                Accessible.ignored: true
+            }
+            Label {
+                id: work
+                x: mark.width + 6
+                width: Math.min(implicitWidth, parent.width - x - (time.visible ? time.implicitWidth + 4 : 0))
+                height: parent.height
+                text: card.sessionText
+                font: Theme.meta
+                color: Theme.text2
+                Accessible.ignored: true
+            }
+            Label {
+                id: time
+                x: work.x + work.width + 4
+                height: parent.height
+                visible: card.running
+                text: visible ? "· " + ChatTime.elapsed(card.sessionSince, ElapsedClock.now) : ""
+                font: Theme.meta
+                color: Theme.text2
+                Accessible.ignored: true
 
-                    ClockHold {
-                        clock: ElapsedClock
-                        active: card.running
-                    }
+                ClockHold {
+                    clock: ElapsedClock
+                    active: card.running
                 }
             }
         }

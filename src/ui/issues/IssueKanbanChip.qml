@@ -23,8 +23,8 @@ T.AbstractButton {
     Accessible.role: vacant ? Accessible.StaticText : Accessible.RadioButton
     Accessible.name: label + (vacant ? ", 비어 있음" : " " + count)
     Accessible.checked: chosen
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: chip.clicked()
+    Keys.onEnterPressed: chip.clicked()
 
     contentItem: Item {
         Row {

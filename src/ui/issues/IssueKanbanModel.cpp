@@ -271,11 +271,12 @@ qreal IssueKanbanModel::columnWidth(qreal available, qreal gap, qreal least) con
 
 QVariant IssueKanbanModel::data(const QModelIndex &index, int role) const
 {
-    if (!holds(index) || index.row() >= m_columns.size()) {
+    if (!holds(index)) {
         return {};
     }
-    const IssueStatus &status = m_columns[index.row()];
-    const auto cards = m_cards.find(columnKey(status));
+    const QString &key = keys()[index.row()]; // a column on its way out is none of the board's any more
+    const auto status = IssueStatus::parse(key.sliced(1));
+    const auto cards = m_cards.find(key);
     switch (role) {
     case WordRole:
         return status.written();

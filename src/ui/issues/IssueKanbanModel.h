@@ -48,6 +48,7 @@ public:
 
 private:
     QList<KanbanCard> m_cards;
+    QHash<QString, KanbanCard> m_byKey;
 };
 
 /** The statuses to filter by: all, those of the columns, then the known ones without an issue. */
@@ -75,6 +76,7 @@ public:
 
 private:
     QList<Row> m_rows;
+    QHash<QString, Row> m_byKey;
 };
 
 /** Rows are the columns. */

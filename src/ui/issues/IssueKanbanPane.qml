@@ -11,7 +11,7 @@ FocusScope {
     required property IssuesView view
 
     readonly property real gap: 12
-    readonly property real columnWidth: board.columnWidth(area.width, gap, Theme.px(210))
+    readonly property real columnWidth: kanban.columnWidth(area.width, gap, Theme.px(210))
     property bool keyed: false
     property string draggedKey
     property string draggedTitle
@@ -22,8 +22,8 @@ FocusScope {
         const over = area.mapFromItem(null, scenePoint)
         const inArea = over.y >= 0 && over.x >= 0 && over.x < area.width
         dragPoint = pane.mapFromItem(null, scenePoint)
-        const word = inArea ? board.wordAt(over.x + area.contentX, columnWidth, gap) : filter.vacantAt(scenePoint)
-        dropWord = board.takes(draggedKey, word) ? word : "-"
+        const word = inArea ? kanban.wordAt(over.x + area.contentX, columnWidth, gap) : filter.vacantAt(scenePoint)
+        dropWord = kanban.takes(draggedKey, word) ? word : "-"
     }
     function endDrag(drops: bool): void {
         const key = draggedKey
@@ -31,22 +31,22 @@ FocusScope {
         draggedKey = ""
         dropWord = "-"
         if (drops && key.length > 0 && word !== "-")
-            board.move(key, word)
+            kanban.move(key, word)
     }
     function revealColumn(): void {
-        const x = board.currentColumn * (columnWidth + gap)
-        if (board.currentColumn >= 0)
+        const x = kanban.currentColumn * (columnWidth + gap)
+        if (kanban.currentColumn >= 0)
             area.contentX = Math.max(x + columnWidth - area.width, Math.min(area.contentX, x))
     }
     function act(key: int, shifted: bool): bool {
         switch (key) {
-        case Qt.Key_Left: shifted ? board.shift(-1) : board.step(-1, 0); return true
-        case Qt.Key_Right: shifted ? board.shift(1) : board.step(1, 0); return true
-        case Qt.Key_Up: board.step(0, -1); return true
-        case Qt.Key_Down: board.step(0, 1); return true
+        case Qt.Key_Left: shifted ? kanban.shift(-1) : kanban.step(-1, 0); return true
+        case Qt.Key_Right: shifted ? kanban.shift(1) : kanban.step(1, 0); return true
+        case Qt.Key_Up: kanban.step(0, -1); return true
+        case Qt.Key_Down: kanban.step(0, 1); return true
         case Qt.Key_Return:
-        case Qt.Key_Enter: board.open(board.currentKey); return true
-        case Qt.Key_Space: board.choose(board.currentKey); return true
+        case Qt.Key_Enter: kanban.open(kanban.currentKey); return true
+        case Qt.Key_Space: kanban.choose(kanban.currentKey); return true
         default: return false
         }
     }
@@ -55,7 +55,7 @@ FocusScope {
     Accessible.name: "칸반"
 
     IssueKanbanModel {
-        id: board
+        id: kanban
         view: pane.view
         onCurrentChanged: pane.revealColumn()
     }
@@ -66,7 +66,7 @@ FocusScope {
     IssueKanbanFilter {
         id: filter
         width: parent.width
-        board: board
+        board: kanban
         dropWord: pane.dropWord
     }
     Flickable {
@@ -84,7 +84,7 @@ FocusScope {
         activeFocusOnTab: true
         Accessible.role: Accessible.Grouping
         Accessible.name: "칸반"
-        Accessible.description: board.currentText
+        Accessible.description: kanban.currentText
         onActiveFocusChanged: {
             if (!activeFocus)
                 pane.keyed = false
@@ -118,12 +118,12 @@ FocusScope {
             spacing: pane.gap
 
             Repeater {
-                model: board
+                model: kanban
 
                 delegate: IssueKanbanColumn {
                     width: pane.columnWidth
                     height: columns.height
-                    board: board
+                    board: kanban
                     selectedPath: pane.view.selectedPath
                     keyed: pane.keyed && area.activeFocus
                     draggedKey: pane.draggedKey
@@ -131,14 +131,14 @@ FocusScope {
                     onPicked: key => {
                         area.forceActiveFocus(Qt.MouseFocusReason)
                         pane.keyed = false
-                        board.choose(key)
+                        kanban.choose(key)
                     }
                     onDragBegun: (key, title) => {
                         pane.draggedKey = key
                         pane.draggedTitle = title
-                        if (!board.canMove(key)) {
+                        if (!kanban.canMove(key)) {
                             pane.draggedKey = ""
-                            board.refuse(key)
+                            kanban.refuse(key)
                         }
                     }
                     onDragMoved: point => {
@@ -167,7 +167,7 @@ FocusScope {
         anchors.horizontalCenter: area.horizontalCenter
         y: area.y + Math.max(16, (area.height - height) / 3)
         visible: text.length > 0
-        text: board.emptyText
+        text: kanban.emptyText
     }
 
     // The card on its way.

@@ -9,16 +9,16 @@ void IssueKanbanCards::show(const QList<KanbanCard> &cards)
     if (m_cards == cards) {
         return;
     }
-    QHash<QString, KanbanCard> before;
-    for (const auto &card : std::as_const(m_cards)) {
-        before.insert(card.key, card);
-    }
+    const QHash<QString, KanbanCard> before = m_byKey;
     m_cards = cards;
     QStringList keys;
     for (const auto &card : cards) {
         keys.append(card.key);
+        m_byKey.insert(card.key, card);
     }
     setKeys(keys);
+    // Until here rows that go could still be asked for.
+    m_byKey.removeIf([&keys](const auto &entry) { return !keys.contains(entry.key()); });
     for (const auto &card : cards) {
         if (const auto was = before.constFind(card.key); was != before.cend() && *was != card) {
             noteChanged(card.key);
@@ -28,11 +28,10 @@ void IssueKanbanCards::show(const QList<KanbanCard> &cards)
 
 QVariant IssueKanbanCards::data(const QModelIndex &index, int role) const
 {
-    // While rows go, the cards are those of afterwards.
-    if (!holds(index) || index.row() >= m_cards.size()) {
+    if (!holds(index)) {
         return {};
     }
-    const KanbanCard &card = m_cards[index.row()];
+    const KanbanCard card = m_byKey.value(keys()[index.row()]);
     switch (role) {
     case KeyRole:
         return card.key;
@@ -89,17 +88,19 @@ void IssueKanbanChips::show(const QList<Row> &rows)
     QStringList keys;
     for (const auto &row : rows) {
         keys.append(row.status ? u'=' + row.status->written() : QString());
+        m_byKey.insert(keys.last(), row);
     }
     setKeys(keys);
+    m_byKey.removeIf([&keys](const auto &entry) { return !keys.contains(entry.key()); });
     noteAllChanged();
 }
 
 QVariant IssueKanbanChips::data(const QModelIndex &index, int role) const
 {
-    if (!holds(index) || index.row() >= m_rows.size()) {
+    if (!holds(index)) {
         return {};
     }
-    const Row &row = m_rows[index.row()];
+    const Row row = m_byKey.value(keys()[index.row()]);
     switch (role) {
     case WordRole:
         return row.status ? row.status->written() : QString();
