@@ -100,7 +100,7 @@ struct PaneWindow {
     [[nodiscard]] QPoint columnHead(const QString &word)
     {
         const auto *item = Test::findItem(window.contentItem(), [&word](const QQuickItem &candidate) {
-            return candidate.property("word") == word;
+            return candidate.property("word") == word && candidate.property("cards").isValid();
         });
         return item ? item->mapToScene({item->width() / 2, 12}).toPoint() : QPoint(-1, -1);
     }

@@ -42,7 +42,7 @@ Item {
         height: card.height * Theme.scale
         scale: 1 / Theme.scale
         transformOrigin: Item.TopLeft
-        radius: Theme.radius
+        radius: card.tiny ? 0 : Theme.radius
         color: card.settled || card.context ? Theme.panel : hover.hovered ? Theme.hover : Theme.raised
         border.width: card.focused ? 2 : 1
         border.color: card.focused ? Theme.accent : Theme.line2
@@ -51,6 +51,7 @@ Item {
             id: mark
             x: 10
             y: card.tiny ? (parent.height - height) / 2 : Theme.px(8)
+            smooth: !card.tiny
             status: card.status
             size: card.tiny ? 30 : 14
         }
@@ -81,10 +82,10 @@ Item {
             Accessible.ignored: true
         }
         Label {
-            x: card.tiny ? mark.x + mark.width + 8 : 10
-            y: card.tiny ? 0 : Theme.px(26)
-            width: parent.width - x - 10
-            height: card.tiny ? parent.height : Theme.px(24)
+            x: 10
+            y: Theme.px(26)
+            width: parent.width - 20
+            height: Theme.px(24)
             visible: !card.tiny
             text: card.title
             font.strikeout: card.status === 5
