@@ -170,24 +170,11 @@ FocusScope {
         text: kanban.emptyText
     }
 
-    // The card on its way.
-    Rectangle {
+    IssueKanbanGhost {
         x: Math.min(pane.dragPoint.x + 12, pane.width - width)
         y: Math.min(pane.dragPoint.y + 12, pane.height - height)
-        width: Math.min(260, ghost.implicitWidth + 24)
-        height: Theme.px(28)
         visible: pane.draggedKey.length > 0
-        radius: Theme.radius
-        color: Theme.raised
-        border.color: Theme.accent
-
-        Label {
-            id: ghost
-            anchors.fill: parent
-            anchors.leftMargin: 12
-            anchors.rightMargin: 12
-            text: pane.draggedTitle
-        }
+        title: pane.draggedTitle
     }
     // At an edge the columns beyond it come.
     Timer {
