@@ -171,10 +171,8 @@ FocusScope {
     }
 
     IssueKanbanGhost {
-        x: Math.min(pane.dragPoint.x + 12, pane.width - width)
-        y: Math.min(pane.dragPoint.y + 12, pane.height - height)
-        visible: pane.draggedKey.length > 0
-        title: pane.draggedTitle
+        text: pane.draggedKey.length > 0 ? pane.draggedTitle : ""
+        at: pane.dragPoint
     }
     // At an edge the columns beyond it come.
     Timer {
