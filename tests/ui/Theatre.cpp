@@ -14,21 +14,6 @@ namespace Vesk::Test
 
 using namespace Qt::StringLiterals;
 
-QQuickItem *findItem(QQuickItem *root, const std::function<bool(const QQuickItem &)> &wanted)
-{
-    if (wanted(*root)) {
-        return root;
-    }
-    for (QQuickItem *child : root->childItems()) {
-        if (child->isVisible()) {
-            if (QQuickItem *found = findItem(child, wanted)) {
-                return found;
-            }
-        }
-    }
-    return nullptr;
-}
-
 QPoint centreOf(const QQuickItem &item)
 {
     return item.mapToScene({item.width() / 2, item.height() / 2}).toPoint();

@@ -1,13 +1,12 @@
 // The main window on a stage, driven by keys and the mouse.
 #pragma once
 
+#include "ui/FindItem.h"
 #include "ui/ShellStage.h"
 
 #include <QQmlEngine>
-#include <QQuickItem>
 #include <QQuickWindow>
 
-#include <functional>
 #include <memory>
 
 class QMimeData;
@@ -20,8 +19,6 @@ class Workspace;
 namespace Vesk::Test
 {
 
-/** The first visible item that is wanted, from the root down; null for none. */
-[[nodiscard]] QQuickItem *findItem(QQuickItem *root, const std::function<bool(const QQuickItem &)> &wanted);
 /** In its window. */
 [[nodiscard]] QPoint centreOf(const QQuickItem &item);
 /** Drags this over the window and lets it go; whether it was taken. */

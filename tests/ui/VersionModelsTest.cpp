@@ -265,9 +265,12 @@ private Q_SLOTS:
     void turnsWithTools()
     {
         using Role = ChatMessage::Role;
-        const ChatMessage asked {.role = Role::User};
-        const ChatMessage told {.role = Role::Assistant};
-        const ChatMessage worked {.role = Role::Tools, .tools = {ToolActivity()}};
+        ChatMessage asked;
+        ChatMessage told;
+        ChatMessage worked;
+        told.role = Role::Assistant;
+        worked.role = Role::Tools;
+        worked.tools.append(ToolActivity());
         QVERIFY(lastTurnUsedTools({asked, worked, told}));
         QVERIFY(!lastTurnUsedTools({asked, worked, asked, told}));
         QVERIFY(!lastTurnUsedTools({}));

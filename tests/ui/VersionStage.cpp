@@ -7,8 +7,6 @@
 #include <QDir>
 #include <QtTest>
 
-#include <functional>
-
 namespace Vesk::Test
 {
 
@@ -18,19 +16,6 @@ namespace
 {
 
 const QDateTime firstCommit(QDate(2026, 11, 18), QTime(9, 4));
-
-QQuickItem *visibleItem(QQuickItem *root, const std::function<bool(const QQuickItem &)> &wanted)
-{
-    if (wanted(*root))
-        return root;
-    for (QQuickItem *child : root->childItems()) {
-        if (child->isVisible()) {
-            if (QQuickItem *found = visibleItem(child, wanted))
-                return found;
-        }
-    }
-    return nullptr;
-}
 
 QByteArray handler(const QByteArray &body)
 {
@@ -161,7 +146,7 @@ void VersionStage::settle() const
 
 QQuickItem *VersionStage::withText(const QString &text) const
 {
-    return visibleItem(m_window->contentItem(),
+    return findItem(m_window->contentItem(),
                        [&text](const QQuickItem &item) { return item.property("text").toString() == text; });
 }
 

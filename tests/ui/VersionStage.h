@@ -2,6 +2,7 @@
 #pragma once
 
 #include "git/Repository.h"
+#include "ui/FindItem.h"
 #include "ui/ShellStage.h"
 #include "ui/version/VersionView.h"
 

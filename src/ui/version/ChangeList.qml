@@ -15,7 +15,7 @@ FocusScope {
 
     signal picked(string path)
     signal opened()
-    signal left()
+    signal backTriggered()
     signal copyAsked(string text)
 
     function move(row: int): void {
@@ -57,7 +57,7 @@ FocusScope {
             else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
                 pane.opened()
             else if (event.key === Qt.Key_Escape)
-                pane.left()
+                pane.backTriggered()
             else if (event.matches(StandardKey.Copy) && pane.currentRow >= 0)
                 pane.copyAsked(pane.current)
             else

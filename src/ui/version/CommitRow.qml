@@ -80,7 +80,7 @@ Item {
             model: row.names
 
             delegate: RefChip {
-                required property refName modelData
+                required property var modelData
 
                 anchors.verticalCenter: chips.verticalCenter
                 name: modelData.name

@@ -97,8 +97,12 @@ QVariant CommitsModel::workTreeData(int role) const
         return QVariantList();
     case MergeRole:
         return false;
-    default:
+    case HashRole:
+    case ShortHashRole:
+    case AuthorRole:
         return QString();
+    default:
+        return {};
     }
 }
 

@@ -15,7 +15,7 @@ FocusScope {
     readonly property Item diffList: diff
 
     signal closed()
-    signal left()
+    signal backTriggered()
 
     function goToHunk(step: int): void { diff.goToHunk(step) }
 
@@ -53,7 +53,7 @@ FocusScope {
             rowHeight: Theme.px(27)
             onPicked: path => pane.detail.selectFile(path)
             onOpened: diff.forceActiveFocus(Qt.TabFocusReason)
-            onLeft: pane.left()
+            onBackTriggered: pane.backTriggered()
             onCopyAsked: text => pane.view.copy(text)
         }
         Label {
@@ -114,6 +114,6 @@ FocusScope {
         visible: pane.detail.path.length > 0
         detail: pane.detail
         onCopyAsked: text => pane.view.copy(text)
-        onLeft: files.forceActiveFocus(Qt.TabFocusReason)
+        onBackTriggered: files.forceActiveFocus(Qt.TabFocusReason)
     }
 }

@@ -116,8 +116,13 @@ QVariant DiffModel::omissionData(int role) const
         return static_cast<int>(RowKind::Omission);
     case EmphasisRole:
         return QVariant::fromValue(QList<int>());
-    default:
+    case OldNumberRole:
+    case NewNumberRole:
+    case SignRole:
+    case ClippedRole:
         return QString();
+    default:
+        return {};
     }
 }
 

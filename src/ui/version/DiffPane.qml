@@ -23,7 +23,7 @@ FocusScope {
     readonly property real mostScrolled: Math.max(0, ruler.textWidth + 24 - textRoom)
 
     signal copyAsked(string text)
-    signal left()
+    signal backTriggered()
 
     function goTo(wanted: int, extend: bool): void {
         if (diff.count === 0)
@@ -113,7 +113,7 @@ FocusScope {
             else if (event.key === Qt.Key_Right)
                 pane.scrollBy(40)
             else if (event.key === Qt.Key_Escape)
-                pane.left()
+                pane.backTriggered()
             else
                 event.accepted = false
         }

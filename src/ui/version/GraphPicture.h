@@ -28,7 +28,6 @@ struct GraphLine {
 /** All that is drawn in a row. */
 struct GraphPicture {
     Q_GADGET
-    QML_VALUE_TYPE(graphPicture)
     Q_PROPERTY(int lane MEMBER lane)
 
 public:

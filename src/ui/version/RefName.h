@@ -24,7 +24,6 @@ Q_ENUM_NS(Kind)
 /** A branch, tag or HEAD, told apart. */
 struct RefName {
     Q_GADGET
-    QML_VALUE_TYPE(refName)
     Q_PROPERTY(QString name MEMBER name)
     Q_PROPERTY(Vesk::RefKind::Kind kind MEMBER kind)
 

@@ -37,7 +37,7 @@ public:
     void setHash(qreal hash) { setValue("hash", hash); }
     [[nodiscard]] qreal date() const { return value("date", 116); }
     void setDate(qreal date) { setValue("date", date); }
-    [[nodiscard]] qreal detail() const { return value("detail", 360); }
+    [[nodiscard]] qreal detail() const { return value("detail", 320); }
     void setDetail(qreal detail) { setValue("detail", detail); }
     [[nodiscard]] qreal files() const { return value("files", 248); }
     void setFiles(qreal files) { setValue("files", files); }

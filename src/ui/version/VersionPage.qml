@@ -159,7 +159,7 @@ FocusScope {
                 page.detailShown = false
                 table.forceActiveFocus()
             }
-            onLeft: table.forceActiveFocus(Qt.TabFocusReason)
+            onBackTriggered: table.forceActiveFocus(Qt.TabFocusReason)
         }
     }
 

@@ -3,6 +3,7 @@
 
 #include "base/Result.h"
 #include "git/GitSummary.h"
+#include "sessions/ChatMessage.h"
 #include "ui/version/CommitDetail.h"
 #include "ui/version/CommitsModel.h"
 #include "ui/version/VersionFetch.h"
@@ -13,9 +14,13 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
+#include <functional>
+#include <optional>
+
 namespace Vesk
 {
 
+class ProjectChat;
 class Runtime;
 
 /** One reading of the repository, on a git thread, with all that is worked out of it. */
