@@ -163,32 +163,10 @@ FocusScope {
         }
     }
 
-    Item {
+    VersionState {
         anchors.fill: body
         visible: !page.ready
-
-        LoadingLine {
-            anchors.centerIn: parent
-            visible: page.view.state === VersionView.Loading
-            text: "저장소를 읽는 중"
-            onCancelTriggered: page.view.cancelLoading()
-        }
-        EmptyState {
-            anchors.centerIn: parent
-            visible: page.view.state === VersionView.NoRepository
-            text: page.view.stateText
-            actionText: "다시 보기"
-            actionKeys: "F5"
-            onActionTriggered: page.view.reload()
-        }
-        ErrorState {
-            anchors.centerIn: parent
-            visible: page.view.state === VersionView.NoGit || page.view.state === VersionView.FolderGone
-                || page.view.state === VersionView.Unreadable
-            text: page.view.stateText
-            onRetryTriggered: page.view.reload()
-            onCopyTriggered: page.view.copy(text)
-        }
+        view: page.view
     }
 
     Connections {
