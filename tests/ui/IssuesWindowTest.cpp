@@ -252,6 +252,22 @@ private Q_SLOTS:
         QCOMPARE(theatre.warnings(), QStringList());
     }
 
+    void goesWithTheMainWindow()
+    {
+        ShellStage shell;
+        shell.addProject(u"billing"_s, 0);
+        auto theatre = std::make_unique<Theatre>(shell);
+        theatre->press(Qt::Key_I, Qt::ControlModifier);
+        const auto isOpen = [] {
+            return std::ranges::any_of(QGuiApplication::topLevelWindows(), [](const QWindow *window) {
+                return window->isVisible() && window->title() == u"이슈 — billing";
+            });
+        };
+        QTRY_VERIFY(isOpen());
+        theatre.reset();
+        QVERIFY(!isOpen());
+    }
+
     void aLinkFromAChatChoosesItsIssue()
     {
         IssueHouse house;

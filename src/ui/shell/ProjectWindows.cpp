@@ -43,7 +43,11 @@ ProjectWindows::ProjectWindows(Runtime &runtime, QObject *parent)
     connect(&runtime, &Runtime::catalogEntriesChanged, this, &ProjectWindows::closeRemoved);
 }
 
-ProjectWindows::~ProjectWindows() = default;
+ProjectWindows::~ProjectWindows()
+{
+    // A window hides as it goes, and would be taken out of the list that is going with it.
+    const auto going = std::exchange(m_windows, {});
+}
 
 void ProjectWindows::setFactory(Kind kind, Factory factory)
 {
