@@ -55,7 +55,7 @@ struct RepoStatus {
     int behind = 0;                ///< commits of the upstream that are not here
     bool hasRemote = false;        ///< the branch has an upstream
     bool hasAnyRemote = false;
-    QStringList remotes {}; ///< their names
+    QStringList remotes {};  ///< their names
     QList<GraphRow> rows {}; ///< history of HEAD
     bool truncated = false;
     QList<GraphRow> graphRows {}; ///< history of all refs

@@ -191,6 +191,8 @@ private Q_SLOTS:
         model.setChanges({change(u"src/a.cpp"_s, 'M', 'M'), change(u"new/"_s, '?', '?')});
         QCOMPARE(removed.size(), 1);
         QCOMPARE(model.rowOf(u"b.txt"_s), -1);
+        model.setChanges({change(u"src/a.cpp"_s, 'M', ' ')}, ChangesModel::Of::Commit);
+        QVERIFY(model.index(0).data(ChangesModel::StageRole).toString().isEmpty());
         model.setChanges({});
     }
 

@@ -147,7 +147,7 @@ void VersionStage::settle() const
 QQuickItem *VersionStage::withText(const QString &text) const
 {
     return findItem(m_window->contentItem(),
-                       [&text](const QQuickItem &item) { return item.property("text").toString() == text; });
+                    [&text](const QQuickItem &item) { return item.property("text").toString() == text; });
 }
 
 void VersionStage::press(int key, Qt::KeyboardModifiers modifiers) const
@@ -159,6 +159,7 @@ void VersionStage::press(int key, Qt::KeyboardModifiers modifiers) const
 void VersionStage::click(const QString &text) const
 {
     QTRY_VERIFY2_WITH_TIMEOUT(withText(text), qPrintable(u"nothing shows "_s + text), 60000);
+    m_window->grabWindow(); // what has just come is laid out
     const QQuickItem *item = withText(text);
     const QPointF centre = item->mapToScene({item->width() / 2, item->height() / 2});
     QTest::mouseClick(m_window.get(), Qt::LeftButton, {}, centre.toPoint());

@@ -162,17 +162,16 @@ private Q_SLOTS:
         QVERIFY(fresh.warnings().isEmpty());
     }
 
-    void aHeadOutsideOfEveryBranchIsTold()
+    void aDetachedHeadIsNamed()
     {
         BranchyRepository repository;
         repository.commitLater(u"하나"_s);
         repository.git({u"checkout"_s, u"-q"_s, u"--detach"_s});
-        repository.commitLater(u"떨어진 커밋"_s);
+        const QString hash = repository.commitLater(u"떨어진 커밋"_s);
         VersionStage stage(repository.path());
-        QVERIFY(!stage.view().headBanner().isEmpty());
-        stage.click(u"이 브랜치 보기"_s);
-        QVERIFY(stage.view().headBanner().isEmpty());
-        QCOMPARE(stage.view().commits()->count(), 3);
+        QCOMPARE(stage.view().branch(), hash.left(8) + u" (브랜치 아님)"_s);
+        QVERIFY(stage.withText(u"HEAD"_s));
+        QVERIFY(!stage.view().requestReason(VersionRequests::Push).isEmpty());
     }
 
     void asksASession()
@@ -192,6 +191,7 @@ private Q_SLOTS:
         QTRY_COMPARE(stage.shell().runtime().agentStore().sessions().size(), 2);
         const auto *asked = stage.shell().runtime().agentStore().sessions().last();
         QVERIFY(asked->messages().rows().first().text.contains(u"fix/cancel-twice 브랜치의 커밋 2개"_s));
+        QTRY_VERIFY(!stage.withText(u"보내기"_s)); // the sheet is gone
         stage.click(u"세션으로 가기"_s);
         QCOMPARE(stage.shownSession(), asked->id().toString(QUuid::WithoutBraces));
         QVERIFY(stage.warnings().isEmpty());

@@ -37,7 +37,7 @@ Rectangle {
         }
         Label {
             Layout.fillWidth: banner.detail.length === 0
-            Layout.maximumWidth: implicitWidth
+            Layout.maximumWidth: Math.ceil(implicitWidth) + 1
             text: banner.text
             font: banner.detail.length > 0 ? Theme.secondaryBold : Theme.secondary
             color: banner.toneColors.ink

@@ -12,6 +12,8 @@ FocusScope {
     required property string label
     required property string current
     property real rowHeight: Theme.px(28)
+    // The ring is for who moves by keys.
+    property bool byKeys: false
 
     signal picked(string path)
     signal opened()
@@ -39,6 +41,7 @@ FocusScope {
         Accessible.role: Accessible.List
         Accessible.name: pane.label
 
+        Keys.onReleased: pane.byKeys = true
         Keys.onPressed: event => {
             event.accepted = true
             const page = Math.max(1, Math.floor(height / pane.rowHeight) - 1)
@@ -69,8 +72,9 @@ FocusScope {
 
             height: pane.rowHeight
             current: path === pane.current
-            ringed: current && list.activeFocus
+            ringed: current && list.activeFocus && pane.byKeys
             onPicked: {
+                pane.byKeys = false
                 list.forceActiveFocus()
                 pane.picked(path)
             }

@@ -86,7 +86,7 @@ QVariant ChangesModel::data(const QModelIndex &index, int role) const
     case KindLabelRole:
         return change.kindLabel();
     case StageRole:
-        return stageOf(change);
+        return m_of == Of::WorkTree ? stageOf(change) : QString();
     case ToneRole:
         return toneOf(change.kind());
     case ConflictRole:
@@ -96,8 +96,9 @@ QVariant ChangesModel::data(const QModelIndex &index, int role) const
     }
 }
 
-void ChangesModel::setChanges(QList<Change> changes)
+void ChangesModel::setChanges(QList<Change> changes, Of of)
 {
+    m_of = of;
     std::ranges::stable_partition(changes, isConflict);
     if (changes == m_changes)
         return;

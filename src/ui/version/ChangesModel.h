@@ -29,6 +29,9 @@ public:
         ConflictRole,
     };
 
+    /** Whose changes: those of a commit are past being staged. */
+    enum class Of { WorkTree, Commit };
+
     explicit ChangesModel(QObject *parent = nullptr);
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
@@ -37,7 +40,7 @@ public:
 
     [[nodiscard]] int count() const { return static_cast<int>(m_changes.size()); }
     [[nodiscard]] const QList<GitWorkingTree::Change> &changes() const { return m_changes; }
-    void setChanges(QList<GitWorkingTree::Change> changes);
+    void setChanges(QList<GitWorkingTree::Change> changes, Of of = Of::WorkTree);
     /** Null for a path that is not there. */
     [[nodiscard]] const GitWorkingTree::Change *find(const QString &path) const;
 
@@ -49,6 +52,7 @@ Q_SIGNALS:
 
 private:
     QList<GitWorkingTree::Change> m_changes;
+    Of m_of = Of::WorkTree;
 };
 
 } // namespace Vesk

@@ -94,7 +94,7 @@ void CommitDetail::takeFiles(const GitCommitChanges::Listing &listing)
         : !listing.changes.isEmpty() ? QString()
         : m_commit                   ? QStringLiteral("바뀐 파일이 없습니다")
                                      : QStringLiteral("커밋 안 한 변경이 없습니다");
-    m_files.setChanges(listing.changes);
+    m_files.setChanges(listing.changes, m_commit ? ChangesModel::Of::Commit : ChangesModel::Of::WorkTree);
     Q_EMIT filesChanged();
     if (m_files.find(m_path)) {
         loadDiff();

@@ -25,6 +25,8 @@ FocusScope {
     // Which row stood at the top, and how far it was scrolled out.
     property string anchorHash
     property real anchorOffset: -1
+    // The ring is for who moves by keys.
+    property bool byKeys: false
 
     signal picked()
     signal opened()
@@ -59,6 +61,7 @@ FocusScope {
             if (table.pull >= table.pullNeeded)
                 table.view.startFetch()
         }
+        Keys.onReleased: table.byKeys = true
         Keys.onPressed: event => {
             event.accepted = true
             const page = Math.max(1, Math.floor(height / table.rowHeight) - 1)
@@ -88,8 +91,9 @@ FocusScope {
             columns: table.columns
             height: table.rowHeight
             current: index === table.currentRow
-            ringed: current && list.activeFocus
+            ringed: current && list.activeFocus && table.byKeys
             onPicked: {
+                table.byKeys = false
                 list.forceActiveFocus()
                 table.view.select(hash)
                 table.picked()

@@ -62,18 +62,21 @@ void drawNode(QPainter &painter, const Measures &at, const GraphPicture &picture
     const auto circle = [&](qreal size) {
         painter.drawEllipse(centre, size / 2 * at.scale, size / 2 * at.scale);
     };
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(ground);
-    circle(nodeSize + 4);
     if (picture.node == GraphPicture::Node::Commit) {
+        painter.setPen(Qt::NoPen);
         painter.setBrush(color);
         circle(nodeSize);
         return;
     }
-    QPen pen(color, stroke * at.scale);
-    if (picture.node == GraphPicture::Node::WorkTree)
-        pen.setDashPattern({1.2, 1.1});
+    QPen pen(color, stroke * at.scale, Qt::SolidLine, Qt::FlatCap);
+    if (picture.node == GraphPicture::Node::WorkTree) {
+        painter.setPen(Qt::NoPen); // the line must not show through the gaps
+        painter.setBrush(ground);
+        circle(ringSize + 2);
+        pen.setDashPattern({1.4, 1.2});
+    }
     painter.setPen(pen);
+    painter.setBrush(ground);
     circle(ringSize);
 }
 

@@ -163,7 +163,7 @@ FocusScope {
         }
     }
 
-    VersionState {
+    StatePane {
         anchors.fill: body
         visible: !page.ready
         view: page.view

@@ -312,7 +312,7 @@ QString VersionView::removedText() const
 QString VersionView::headBanner() const
 {
     return m_allBranches && GitStatusReader::headOutsideGraph(m_status.rows, m_status.graphRows)
-        ? u"지금 HEAD는 어느 브랜치에도 없는 커밋에 있어 이 그래프에 보이지 않습니다"_s
+        ? u"지금 HEAD가 가리키는 커밋은 이 그래프에 보이지 않습니다"_s
         : QString();
 }
 
