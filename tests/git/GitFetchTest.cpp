@@ -254,6 +254,7 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(folder + u"/ran"_s));
         QCOMPARE(outcome.keys, keys.replaceInStrings(u"program"_s, program.toLower()));
         QCOMPARE(outcome.kind == Outcome::Kind::Blocked, !keys.isEmpty());
+        pair.advance();
         pair.repository.tryGit({u"fetch"_s, u"--all"_s});
         QVERIFY2(QFile::exists(folder + u"/ran"_s), "the trap is not live");
     }

@@ -108,7 +108,8 @@ private Q_SLOTS:
 
     void recordsOfTheStatus()
     {
-        const QByteArray text("R  new\0old\0R  lone\0\0?? dir/sub/\0 M \0x\0??x\0 C y\0", 49);
+        const QByteArray text =
+            QByteArray("R  new@old@R  lone@@?? dir/sub/@ M @x@??x@ C y@").replace('@', '\0');
         const auto changes = GitWorkingTree::parseStatus(text);
         QCOMPARE(changes.size(), 4);
         QCOMPARE(changes[0].path, u"new"_s);
