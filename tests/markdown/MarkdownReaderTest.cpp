@@ -378,9 +378,8 @@ private Q_SLOTS:
                 if (task) {
                     const auto box = QStringView(text).mid(block.taskAt - 1, 3);
                     RC_ASSERT(block.taskAt > last);
-                    RC_ASSERT(block.marker == MarkdownBlock::Marker::TaskOpen
-                                  ? box == u"[ ]"
-                                  : box.compare(u"[x]", Qt::CaseInsensitive) == 0);
+                    const bool open = block.marker == MarkdownBlock::Marker::TaskOpen;
+                    RC_ASSERT(box.compare(open ? u"[ ]" : u"[x]", Qt::CaseInsensitive) == 0);
                     last = block.taskAt;
                 }
             }
