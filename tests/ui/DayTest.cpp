@@ -361,6 +361,7 @@ private:
         QVERIFY(QFile::exists(past.path(u"old"_s)));
         m_theatre->click(u"휴지통으로"_s);
         QTRY_VERIFY(!QFile::exists(past.path(u"old"_s)));
+        QTRY_VERIFY(!m_theatre->shows(u"대화를 휴지통으로 옮길까요?"_s));
         QVERIFY(QFile::exists(qEnvironmentVariable("XDG_DATA_HOME") + u"/Trash/files/old.jsonl"_s));
     }
 

@@ -452,7 +452,8 @@ private Q_SLOTS:
         theatre.click(u"휴지통으로"_s);
         QTRY_VERIFY(theatre.shows(u"대화 42개"_s));
         QVERIFY(!QFile::exists(billing.path(u"d39"_s)));
-        QTRY_VERIFY(theatre.shows(u"휴지통으로 옮겼습니다"_s));
+        QTRY_VERIFY(theatre.shows(u"휴지통으로 옮겼습니다"_s)
+                    && !theatre.shows(u"대화를 휴지통으로 옮길까요?"_s));
         theatre.picture(u"resume-trashed-"_s + theme);
         theatre.click(u"되돌리기"_s);
         QTRY_VERIFY(theatre.shows(u"대화 43개"_s));
@@ -461,7 +462,8 @@ private Q_SLOTS:
         theatre.press(Qt::Key_Delete);
         QTRY_VERIFY(theatre.shows(u"대화를 휴지통으로 옮길까요?"_s));
         theatre.click(u"휴지통으로"_s);
-        QTRY_VERIFY(theatre.shows(u"휴지통으로 옮겼습니다"_s));
+        QTRY_VERIFY(theatre.shows(u"휴지통으로 옮겼습니다"_s)
+                    && !theatre.shows(u"대화를 휴지통으로 옮길까요?"_s));
         billing.write(u"d39"_s, {Test::PastConversations::titled(u"다시 생긴 것"_s)});
         theatre.press(Qt::Key_Z, Qt::ControlModifier);
         QTRY_VERIFY(theatre.shows(u"되돌리지 못했습니다"_s));

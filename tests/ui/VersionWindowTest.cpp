@@ -124,6 +124,26 @@ private Q_SLOTS:
         QVERIFY(changed.isEmpty());
     }
 
+    void showsMoreOnDemand()
+    {
+        BranchyRepository repository;
+        repository.git(
+            {u"config"_s, u"alias.many"_s,
+             u"!seq 520 | awk '{ print \"commit refs/heads/main\\ncommitter a <a@b> \" 1760000000 + $1 "
+             "\" +0000\\ndata 1\\nx\\n\" }' | git fast-import --quiet"_s});
+        repository.git({u"many"_s});
+        VersionStage stage(repository.path());
+        QCOMPARE(stage.view().commits()->count(), 501);
+        stage.press(Qt::Key_End);
+        const QString last = stage.view().selected();
+        stage.click(u"더 보기"_s);
+        stage.settle();
+        QCOMPARE(stage.view().commits()->count(), 521);
+        QCOMPARE(stage.view().selected(), last);
+        QVERIFY(!stage.withText(u"더 보기"_s));
+        QVERIFY(stage.warnings().isEmpty());
+    }
+
     void onlyTheLastChoiceIsShown()
     {
         BranchyRepository repository;

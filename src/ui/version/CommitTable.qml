@@ -35,6 +35,9 @@ FocusScope {
         const bounded = Math.max(0, Math.min(count - 1, row))
         view.select(commits.hashAt(bounded))
         list.positionViewAtIndex(bounded, ListView.Contain)
+        // With the last one, what stands below it.
+        if (bounded === count - 1 && list.contentHeight > list.height)
+            list.contentY = list.originY + list.contentHeight + list.bottomMargin - list.height
         picked()
     }
 
@@ -53,6 +56,7 @@ FocusScope {
         clip: true
         reuseItems: true
         boundsBehavior: Flickable.DragOverBounds
+        bottomMargin: more.visible ? more.height : 0
         model: table.commits
         Accessible.role: Accessible.Table
         Accessible.name: "커밋"
@@ -100,13 +104,17 @@ FocusScope {
             }
             onMenuRequested: (x, y) => menu.setSource("CommitMenu.qml", { parent: line, x: x, y: y })
         }
-        footer: MoreRow {
-            width: list.width
-            visible: table.view.truncated
-            text: table.view.countText
-            loading: table.view.loading
-            onTriggered: table.view.loadMore()
-        }
+    }
+    // No footer: the list cannot make one from a component that is bound to this file.
+    MoreRow {
+        id: more
+        parent: list.contentItem
+        y: list.originY + list.count * table.rowHeight
+        width: list.width
+        visible: table.view.truncated
+        text: table.view.countText
+        loading: table.view.loading
+        onTriggered: table.view.loadMore()
     }
     Label {
         anchors.horizontalCenter: list.horizontalCenter

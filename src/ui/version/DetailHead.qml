@@ -76,7 +76,7 @@ Item {
         IconButton {
             id: more
             iconName: "more"
-            text: "더 보기"
+            text: "복사할 것"
             onClicked: menu.setSource("DetailMenu.qml", { parent: more, detail: head.detail, y: more.height + 4 })
         }
         IconButton {

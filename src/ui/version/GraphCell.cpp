@@ -89,8 +89,9 @@ GraphCell::GraphCell(QQuickItem *parent)
     connect(&Theme::shared(), &Theme::colorsChanged, this, [this] { update(); });
 }
 
-void GraphCell::setPicture(const GraphPicture &picture)
+void GraphCell::setPicture(const QVariant &value)
 {
+    const auto picture = value.value<GraphPicture>();
     if (m_picture != picture) {
         m_picture = picture;
         update();

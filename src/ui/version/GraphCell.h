@@ -5,6 +5,7 @@
 
 #include <QQuickPaintedItem>
 #include <QtQml/qqmlregistration.h>
+#include <QVariant>
 
 namespace Vesk
 {
@@ -14,15 +15,16 @@ class GraphCell : public QQuickPaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(Vesk::GraphPicture picture READ picture WRITE setPicture NOTIFY pictureChanged REQUIRED)
+    /** A GraphPicture. */
+    Q_PROPERTY(QVariant picture READ picture WRITE setPicture NOTIFY pictureChanged REQUIRED)
     /** Behind the nodes, so that lines do not show through the rings. */
     Q_PROPERTY(QColor ground READ ground WRITE setGround NOTIFY groundChanged REQUIRED)
 
 public:
     explicit GraphCell(QQuickItem *parent = nullptr);
 
-    [[nodiscard]] const GraphPicture &picture() const { return m_picture; }
-    void setPicture(const GraphPicture &picture);
+    [[nodiscard]] QVariant picture() const { return QVariant::fromValue(m_picture); }
+    void setPicture(const QVariant &value);
     [[nodiscard]] const QColor &ground() const { return m_ground; }
     void setGround(const QColor &ground);
 

@@ -10,7 +10,7 @@ Item {
 
     signal triggered()
 
-    implicitHeight: visible ? Theme.px(40) : 0
+    implicitHeight: Theme.px(40)
     height: implicitHeight
 
     Row {
