@@ -53,47 +53,19 @@ ComposerKey composerKey(int key, Qt::KeyboardModifiers modifiers, const Composit
     }
 }
 
-void ComposerKeys::setEditor(QQuickItem *editor)
+bool ComposerKeys::onEditorEvent(QEvent &event)
 {
-    if (m_editor == editor) {
-        return;
+    if (event.type() == QEvent::ShortcutOverride
+        && meaning(static_cast<QKeyEvent &>(event)) == ComposerKey::InputMethod) {
+        event.accept();
+        return true;
     }
-    if (m_editor) {
-        m_editor->removeEventFilter(this);
-    }
-    m_editor = editor;
-    m_composition = {};
-    if (m_editor) {
-        m_editor->installEventFilter(this);
-    }
-    Q_EMIT editorChanged();
-}
-
-bool ComposerKeys::eventFilter(QObject *watched, QEvent *event)
-{
-    m_composition.note(*event);
-    switch (event->type()) {
-    case QEvent::ShortcutOverride: {
-        if (meaning(*static_cast<QKeyEvent *>(event)) == ComposerKey::InputMethod) {
-            event->accept();
-            return true;
-        }
-        break;
-    }
-    case QEvent::KeyPress:
-        if (onKey(*static_cast<QKeyEvent *>(event))) {
-            return true;
-        }
-        break;
-    default:
-        break;
-    }
-    return QObject::eventFilter(watched, event);
+    return event.type() == QEvent::KeyPress && onKey(static_cast<QKeyEvent &>(event));
 }
 
 ComposerKey ComposerKeys::meaning(const QKeyEvent &press) const
 {
-    return composerKey(press.key(), press.modifiers(), m_composition.state(),
+    return composerKey(press.key(), press.modifiers(), composition(),
                        m_composer && m_composer->completion()->isOpen());
 }
 
@@ -117,8 +89,8 @@ bool ComposerKeys::onKey(const QKeyEvent &press)
     case ComposerKey::Older:
     case ComposerKey::Newer:
         return m_composer
-            && m_composer->recall(key == ComposerKey::Older, m_editor->property("text").toString(),
-                                  m_editor->property("cursorPosition").toInt());
+            && m_composer->recall(key == ComposerKey::Older, editor()->property("text").toString(),
+                                  editor()->property("cursorPosition").toInt());
     case ComposerKey::PreviousCandidate:
         m_composer->completion()->model()->moveHighlight(-1);
         return true;
@@ -132,8 +104,7 @@ bool ComposerKeys::onKey(const QKeyEvent &press)
         m_composer->completion()->refuse();
         return true;
     case ComposerKey::InputMethod:
-        if (m_composition.state().composing
-            && (press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter)) {
+        if (composition().composing && (press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter)) {
             endComposition();
         }
         return true;

@@ -30,36 +30,30 @@ enum class ComposerKey {
 [[nodiscard]] ComposerKey composerKey(int key, Qt::KeyboardModifiers modifiers, const CompositionState &state,
                                       bool completing = false);
 
-/** Watches the editor of a composer from below, before the editor and before the window's shortcuts. */
-class ComposerKeys : public QObject
+/** Watches the editor of a composer. */
+class ComposerKeys : public EditorKeys
 {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QQuickItem *editor READ editor WRITE setEditor NOTIFY editorChanged)
     Q_PROPERTY(Vesk::ComposerModel *composer MEMBER m_composer NOTIFY composerChanged)
 
 public:
-    using QObject::QObject;
-
-    [[nodiscard]] QQuickItem *editor() const { return m_editor; }
-    void setEditor(QQuickItem *editor);
-
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    using EditorKeys::EditorKeys;
 
 Q_SIGNALS:
-    void editorChanged();
     void composerChanged();
     void sendRequested();
     void interruptRequested();
 
+protected:
+    bool onEditorEvent(QEvent &event) override;
+
 private:
     [[nodiscard]] ComposerKey meaning(const QKeyEvent &press) const;
-    bool onKey(const QKeyEvent &press); ///< true when the editor is not to see it
+    bool onKey(const QKeyEvent &press);
     bool onPaste();
 
-    QPointer<QQuickItem> m_editor;
     QPointer<ComposerModel> m_composer;
-    CompositionWatch m_composition;
 };
 
 } // namespace Vesk

@@ -31,7 +31,7 @@ void endComposition()
     QGuiApplication::inputMethod()->commit();
 }
 
-void CompositionGuard::setEditor(QQuickItem *editor)
+void EditorKeys::setEditor(QQuickItem *editor)
 {
     if (m_editor == editor) {
         return;
@@ -47,22 +47,27 @@ void CompositionGuard::setEditor(QQuickItem *editor)
     Q_EMIT editorChanged();
 }
 
-bool CompositionGuard::eventFilter(QObject *watched, QEvent *event)
+bool EditorKeys::eventFilter(QObject *watched, QEvent *event)
 {
     m_composition.note(*event);
-    if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress) {
-        return QObject::eventFilter(watched, event);
+    return onEditorEvent(*event) || QObject::eventFilter(watched, event);
+}
+
+bool CompositionGuard::onEditorEvent(QEvent &event)
+{
+    if (event.type() != QEvent::ShortcutOverride && event.type() != QEvent::KeyPress) {
+        return false;
     }
-    const int key = static_cast<QKeyEvent *>(event)->key();
+    const int key = static_cast<QKeyEvent &>(event).key();
     const bool isEnter = key == Qt::Key_Return || key == Qt::Key_Enter;
-    const CompositionState state = m_composition.state();
+    const CompositionState state = composition();
     if ((!isEnter && key != Qt::Key_Escape) || (!state.composing && !state.endedJustNow())) {
-        return QObject::eventFilter(watched, event);
+        return false;
     }
-    if (isEnter && state.composing && event->type() == QEvent::KeyPress) {
+    if (isEnter && state.composing && event.type() == QEvent::KeyPress) {
         endComposition();
     }
-    event->accept();
+    event.accept();
     return true;
 }
 

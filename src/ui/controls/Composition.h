@@ -39,11 +39,11 @@ private:
 /** Enter for a syllable that is not yet in the text: it ends there. */
 void endComposition();
 
-/** Keeps the Enter and the Esc of a syllable from an editor, and so from the form around it. */
-class CompositionGuard : public QObject
+/** Sees the events of one editor before the editor and before the window's shortcuts. */
+class EditorKeys : public QObject
 {
     Q_OBJECT
-    QML_ELEMENT
+    QML_ANONYMOUS
     Q_PROPERTY(QQuickItem *editor READ editor WRITE setEditor NOTIFY editorChanged)
 
 public:
@@ -52,14 +52,32 @@ public:
     [[nodiscard]] QQuickItem *editor() const { return m_editor; }
     void setEditor(QQuickItem *editor);
 
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) final;
 
 Q_SIGNALS:
     void editorChanged();
 
+protected:
+    /** True when the editor is not to see the event. */
+    virtual bool onEditorEvent(QEvent &event) = 0;
+    [[nodiscard]] CompositionState composition() const { return m_composition.state(); }
+
 private:
     QPointer<QQuickItem> m_editor;
     CompositionWatch m_composition;
+};
+
+/** Keeps the Enter and the Esc of a syllable from an editor, and so from the form around it. */
+class CompositionGuard : public EditorKeys
+{
+    Q_OBJECT
+    QML_ELEMENT
+
+public:
+    using EditorKeys::EditorKeys;
+
+protected:
+    bool onEditorEvent(QEvent &event) override;
 };
 
 } // namespace Vesk

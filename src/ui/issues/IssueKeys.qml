@@ -1,5 +1,4 @@
 import QtQuick
-import Vesk.Controls
 import Vesk.Issues
 
 // Every key of an issue window in one table. Text fields and popups take theirs before.
