@@ -100,7 +100,8 @@ private Q_SLOTS:
                             &DayTest::answersWhatIsAsked,      &DayTest::queuesAndInterrupts,
                             &DayTest::opensSessionsSideBySide, &DayTest::goesWhereItIsWaitedFor,
                             &DayTest::looksAtBackgroundWork,   &DayTest::readsWhatHasEnded,
-                            &DayTest::resumesAConversation,    &DayTest::throwsOneAway};
+                            &DayTest::resumesAConversation,    &DayTest::throwsOneAway,
+                            &DayTest::startsAgain};
         for (const auto step : steps) {
             (this->*step)();
             if (QTest::currentTestFailed())
@@ -360,6 +361,33 @@ private:
         QVERIFY(QFile::exists(qEnvironmentVariable("XDG_DATA_HOME") + u"/Trash/files/old.jsonl"_s));
     }
 
+    void startsAgain()
+    {
+        press(Qt::Key_Escape); // the words go first, then the panel
+        press(Qt::Key_Escape);
+        QTRY_VERIFY(m_theatre->composer());
+        press(Qt::Key_Comma, dayCtrl);
+        QTRY_VERIFY(m_theatre->shows(u"어둡게"_s));
+        m_theatre->click(u"어둡게"_s);
+        press(Qt::Key_Escape);
+        QTRY_VERIFY(m_theatre->composer());
+        m_theatre->window()->close();
+        QTRY_VERIFY(!m_theatre->window()->isVisible());
+        QCOMPARE(m_theatre->warnings(), QStringList());
+        m_theatre.reset();
+        Theme::shared().setMode(u"system"_s);
+
+        m_stage.restart();
+        m_stage.runtime().start();
+        m_theatre = std::make_unique<Theatre>(m_stage);
+        QVERIFY(Theme::shared().dark());
+        QVERIFY(m_theatre->sidebarRow(u"billing"_s));
+        // What was said in the session of the release left no record on the disk.
+        QTRY_COMPARE(m_theatre->panes(), u'>' + countText + u"* "_s + mendText);
+        QCOMPARE(chat().resumedSessionId(), m_counted);
+        QTRY_COMPARE(draft(), u"half a thought"_s);
+    }
+
     void press(int key, Qt::KeyboardModifiers modifiers = {}) { m_theatre->press(key, modifiers); }
 
     void send(const QString &text)
@@ -401,7 +429,8 @@ private:
                     PastConversations::answered(u"고쳤습니다."_s)});
     }
 
-    const QString m_project = QDir::homePath() + u"/src/billing"_s;
+    // Its own: what other tests leave in theirs would be offered too.
+    const QString m_project = QDir::homePath() + u"/day/billing"_s;
     ScriptedAgent m_agent;
     ShellStage m_stage {m_agent.program()};
     std::unique_ptr<Theatre> m_theatre;
