@@ -96,11 +96,16 @@ private Q_SLOTS:
                  workspace.tabs(), workspace.sidebar(), workspace.myTurn(), workspace.panes()})
             new QAbstractItemModelTester(model, QAbstractItemModelTester::FailureReportingMode::QtTest,
                                          model);
-        const auto steps = {&DayTest::registersAProject,       &DayTest::writesAMessage,
-                            &DayTest::answersWhatIsAsked,      &DayTest::queuesAndInterrupts,
-                            &DayTest::opensSessionsSideBySide, &DayTest::goesWhereItIsWaitedFor,
-                            &DayTest::looksAtBackgroundWork,   &DayTest::readsWhatHasEnded,
-                            &DayTest::resumesAConversation,    &DayTest::throwsOneAway,
+        const auto steps = {&DayTest::registersAProject,
+                            &DayTest::writesAMessage,
+                            &DayTest::answersWhatIsAsked,
+                            &DayTest::queuesAndInterrupts,
+                            &DayTest::opensSessionsSideBySide,
+                            &DayTest::goesWhereItIsWaitedFor,
+                            &DayTest::looksAtBackgroundWork,
+                            &DayTest::readsWhatHasEnded,
+                            &DayTest::resumesAConversation,
+                            &DayTest::throwsOneAway,
                             &DayTest::startsAgain};
         for (const auto step : steps) {
             (this->*step)();

@@ -31,7 +31,7 @@ enum class ComposerKey {
                                       bool completing = false);
 
 /** Watches the editor of a composer. */
-class ComposerKeys : public EditorKeys
+class ComposerKeys : public Vesk::EditorKeys
 {
     Q_OBJECT
     QML_ELEMENT

@@ -68,7 +68,7 @@ private:
 };
 
 /** Keeps the Enter and the Esc of a syllable from an editor, and so from the form around it. */
-class CompositionGuard : public EditorKeys
+class CompositionGuard : public Vesk::EditorKeys
 {
     Q_OBJECT
     QML_ELEMENT
