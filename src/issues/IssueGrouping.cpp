@@ -45,7 +45,7 @@ QList<IssueGroup> IssueGrouping::groups(const QList<IssueItem> &items, const Iss
     others.sort();
     names += others;
     // Stable: all others keep their places.
-    std::ranges::stable_partition(names, [](const QString &name) { return !name.isEmpty(); });
+    std::stable_partition(names.begin(), names.end(), [](const QString &name) { return !name.isEmpty(); });
 
     QList<IssueGroup> groups;
     for (const QString &name : std::as_const(names)) {
