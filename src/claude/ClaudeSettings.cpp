@@ -3,6 +3,7 @@
 #include "claude/SettingsFile_p.h"
 
 #include <QJsonArray>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <array>
@@ -50,10 +51,10 @@ std::optional<UnknownMode> unknownPermissionMode(const std::optional<QString> &t
 {
     if (!text || text->isEmpty() || permissionMode(text))
         return std::nullopt;
-    // A settings file comes with the project: it must not put words of its own into the transcript.
-    const auto isLetter = [](QChar c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); };
-    const bool isSafe = text->size() <= 32 && std::ranges::all_of(*text, isLetter);
-    return UnknownMode {isSafe ? text : std::nullopt};
+    // A settings file comes with the project: it must not put words of its own into the transcript. A word
+    // may bring the line end of the file that it was pasted from.
+    static const QRegularExpression safe(QStringLiteral("\\A(?:[A-Za-z]|\\r\\n){1,32}\\z"));
+    return UnknownMode {safe.match(*text).hasMatch() ? text : std::nullopt};
 }
 
 } // namespace ClaudeSettingsMap

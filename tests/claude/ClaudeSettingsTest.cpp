@@ -80,6 +80,11 @@ private Q_SLOTS:
         QTest::newRow("words") << "run this"
                                << ""
                                << "?";
+        QTest::newRow("a line end, one character of the 32")
+            << QString(31, u'a') + QStringLiteral("\r\n") << "" << QString(31, u'a') + QStringLiteral("\r\n");
+        QTest::newRow("half a line end") << "yolo\n"
+                                         << ""
+                                         << "?";
         QTest::newRow("letters of other scripts") << QStringLiteral("모드") << ""
                                                   << "?";
     }
