@@ -90,16 +90,16 @@ QString word(std::string_view utf8)
     return text(utf8);
 }
 
+// From here on a double no longer names one integer. What is below it can also be summed without a thought of
+// the end of 64 bits.
+constexpr double firstInexactInteger = 9007199254740992.0;
+
 std::optional<qint64> integerAt(const object &from, std::string_view key)
 {
     const auto found = from.at_key(key);
-    int64_t integer = 0;
-    if (found.get(integer) == simdjson::SUCCESS)
-        return integer;
-    constexpr double exactLimit = 9007199254740992.0; // beyond it a double no longer names one integer
     double number = 0;
     if (found.get(number) == simdjson::SUCCESS && std::trunc(number) == number
-        && std::abs(number) <= exactLimit)
+        && std::abs(number) < firstInexactInteger)
         return static_cast<qint64>(number);
     return std::nullopt;
 }

@@ -67,7 +67,7 @@ namespace Vesk::JsonRead
     return from.at_key(key).get(found) == simdjson::SUCCESS ? std::optional(found) : std::nullopt;
 }
 
-/** An integer, also one written as a double (`3.0`). */
+/** An integer, also one written as a double (`3.0`); absent from 2^53 on. */
 [[nodiscard]] std::optional<qint64> integerAt(const simdjson::dom::object &from, std::string_view key);
 
 /** The texts of an array; its elements of other types are left out. */

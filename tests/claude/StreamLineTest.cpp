@@ -120,7 +120,7 @@ private Q_SLOTS:
     void messages()
     {
         const auto uses = decode(
-            R"({"type":"assistant","parent_tool_use_id":"t0","message":{"model":"m","usage":{"input_tokens":3,"output_tokens":4.0,"cache_read_input_tokens":"x"},"content":["odd",{"type":"tool_use","id":"t1","name":"Bash","input":{"command":"ls","n":9007199254740993,"big":100000000000000000000,"list":[null,true]}},{"type":"text","input":null}]}})");
+            R"({"type":"assistant","parent_tool_use_id":"t0","message":{"model":"m","usage":{"input_tokens":3,"output_tokens":4.0,"cache_read_input_tokens":"x","cache_creation_input_tokens":9223372036854775807},"content":["odd",{"type":"tool_use","id":"t1","name":"Bash","input":{"command":"ls","n":9007199254740993,"big":100000000000000000000,"list":[null,true]}},{"type":"text","input":null}]}})");
         const StreamMessage &message = *uses->message;
         QCOMPARE(uses->parentToolUseId.value(), QStringLiteral("t0"));
         QCOMPARE(message.usage->inputTokens.value(), 3);
