@@ -169,7 +169,7 @@ Result<void> ProjectCatalog::remove(const QString &alias)
 
 Result<void> ProjectCatalog::persist() const
 {
-    return writeAtomically(m_storeURL, encodeProjectCatalog(m_entries));
+    return writeAtomically(m_storeURL, encodeProjectCatalog(m_entries), 0600); // extraEnv may hold secrets
 }
 
 } // namespace Vesk

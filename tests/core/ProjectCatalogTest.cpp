@@ -54,6 +54,7 @@ private Q_SLOTS:
                                          "    }\n"
                                          "]\n");
         QCOMPARE(readFile(m_path, 1000).value(), expected);
+        QCOMPARE(QFile::permissions(m_path) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
 
         ProjectCatalog again(m_path);
         QVERIFY(again.load());
