@@ -37,6 +37,31 @@ QJsonObject draftToJson(const SavedDraft &saved)
     return object;
 }
 
+/** What is lost with the program: the messages that wait for the end of a turn, and behind them the composer.
+ */
+ComposerDraft unsent(const ProjectChat &chat)
+{
+    ComposerDraft draft = chat.composerDraft();
+    QString queued;
+    QStringList attachments;
+    for (const QueuedLocalSend &message : chat.pendingLocalSends()) {
+        if (!message.text.isEmpty())
+            queued += message.text + QStringLiteral("\n\n");
+        attachments += message.attachments;
+    }
+    draft.text.prepend(queued);
+    draft.caret += queued.size();
+    draft.attachments = attachments + draft.attachments;
+    draft.attachments.removeDuplicates();
+    return draft;
+}
+
+bool isTalkedIn(const ProjectChat &chat)
+{
+    return std::ranges::any_of(chat.messages().rows(),
+                               [](const ChatMessage &row) { return row.role == ChatMessage::Role::User; });
+}
+
 std::optional<SavedDraft> draftFromJson(const QJsonObject &object)
 {
     SavedDraft saved;
@@ -118,13 +143,14 @@ void DraftKeeper::load()
 
 SavedDraft DraftKeeper::draftOf(const ProjectChat &chat)
 {
-    return {chat.sessionId(), chat.cwd(), chat.composerDraft(), {}};
+    return {chat.sessionId(), chat.cwd(), unsent(chat), {}};
 }
 
 void DraftKeeper::add(ProjectChat *chat)
 {
     connect(chat, &ProjectChat::composerInputChanged, this, &DraftKeeper::noteChange);
     connect(chat, &ProjectChat::attachmentsChanged, this, &DraftKeeper::noteChange);
+    connect(chat, &ProjectChat::pendingLocalSendsChanged, this, &DraftKeeper::noteChange);
     // Whoever opened the session may be about to fill it.
     QTimer::singleShot(0, chat, [this, keeper = QPointer(this), chat] {
         if (keeper)
@@ -136,7 +162,7 @@ void DraftKeeper::restore(ProjectChat *chat)
 {
     load();
     if (chat->isRunning() || !chat->composerDraft().isEmpty()
-        || (chat->sessionId().isEmpty() && !chat->messages().isEmpty()))
+        || (chat->sessionId().isEmpty() && isTalkedIn(*chat)))
         return;
     const auto found = std::ranges::find_if(m_waiting, [chat](const SavedDraft &saved) {
         return saved.folder == chat->cwd() && saved.conversation == chat->sessionId();

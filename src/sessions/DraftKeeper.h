@@ -40,7 +40,8 @@ inline constexpr qsizetype maxSavedDrafts = 50; ///< the oldest go first
 /**
  * Writes the drafts of the open sessions to a small file, and gives each back when its conversation is opened
  * again: by the agent's id of that, and before the first message to the next new session of the same folder.
- * A session that was closed before its first message takes its draft along.
+ * A session that was closed before its first message takes its draft along. Messages that waited for the end
+ * of a turn when the program ended belong to the draft: they come back unsent.
  */
 class DraftKeeper : public QObject
 {

@@ -1,6 +1,7 @@
 // Drafts over a restart, and the walk through what was sent.
 #include "sessions/DraftKeeper.h"
 
+#include "claude/ClaudeCLI.h"
 #include "sessions/AgentSessionStore.h"
 #include "sessions/SentMessages.h"
 #include "support/TestRegistry.h"
@@ -22,16 +23,17 @@ struct Run {
         : keeper(store, file)
     {
     }
-    ProjectChat &open(const QString &folder = u"/nowhere/a"_s)
+    ProjectChat &open(const QString &folder = u"/nowhere/a"_s, const ClaudeProjectSettings &settings = {})
     {
-        return *store.newSession({.alias = folder, .path = folder}, false, ClaudeProjectSettings {});
+        return *store.newSession({.alias = folder, .path = folder}, false, settings);
     }
     static void converse(ProjectChat &chat, std::string_view id)
     {
         chat.handleLine(R"({"type":"system","subtype":"init","session_id":")" + std::string(id) + R"("})");
     }
 
-    AgentSessionStore store {{}};
+    ExecutableLocator locator {u"/bin/true"_s}; // without an event loop it never even starts
+    AgentSessionStore store {{.locator = &locator}};
     DraftKeeper keeper;
 };
 
@@ -86,6 +88,49 @@ private Q_SLOTS:
         auto &fresh = run.open();
         QTRY_VERIFY(!fresh.composerInput().isEmpty());
         QVERIFY2(fresh.attachments().isEmpty(), "a file that is gone does not come back");
+    }
+
+    void messagesThatWaitForTheirTurnAreDraftsToo()
+    {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath(u"drafts.json"_s);
+        QFile attached(folder.filePath(u"a.txt"_s));
+        QVERIFY(attached.open(QIODevice::WriteOnly));
+        {
+            Run run(file);
+            auto &chat = run.open();
+            Run::converse(chat, "c1");
+            chat.send(u"sent"_s);
+            chat.send(u"second"_s);
+            QVERIFY(chat.addAttachment(attached.fileName()));
+            chat.send({});
+            chat.send(u"third"_s);
+            chat.setComposerInput(u"half"_s);
+            chat.setComposerCaret(1);
+            run.keeper.save();
+        }
+        Run run(file);
+        auto &chat = run.open();
+        Run::converse(chat, "c1");
+        QTRY_COMPARE(chat.composerDraft(),
+                     (ComposerDraft {u"second\n\nthird\n\nhalf"_s, 16, {attached.fileName()}}));
+    }
+
+    void aNoteOnTheSettingsKeepsNoDraftAway()
+    {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath(u"drafts.json"_s);
+        {
+            Run run(file);
+            run.open().setComposerInput(u"text"_s);
+            run.keeper.save();
+        }
+        Run run(file);
+        ClaudeProjectSettings settings;
+        settings.unknownMode = ClaudeSettingsMap::UnknownMode {u"yolo"_s};
+        const auto &chat = run.open(u"/nowhere/a"_s, settings);
+        QVERIFY(!chat.messages().isEmpty());
+        QTRY_COMPARE(chat.composerInput(), u"text"_s);
     }
 
     void aFileThatCannotBeReadStaysAsItIs()
