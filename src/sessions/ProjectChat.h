@@ -182,8 +182,8 @@ public:
     void cancelPendingLocalSends();
     /** Takes one queued message out of the queue; absent when it has already gone. */
     std::optional<QueuedLocalSend> takePendingLocalSend(const QUuid &id);
-    /** The platform's terminate request to the live child, for the end of the program. True when there was
-     * one. */
+    /** The platform's terminate request to the live child, and to the one before it, for the end of the
+     * program. True when there was a live one. */
     bool terminateChild();
 
     /** One line of the child's standard output. */
@@ -264,6 +264,7 @@ private:
     void onUser(const StreamLine &line);
     void onResult(const StreamLine &line);
     void noteIfCLIRefusedOurPermissionMode(const std::optional<QString> &reported);
+    void noteResultErrors(const QStringList &errors);
     void noteStreamDecodeFailure(std::string_view line);
     void noteUnknownStreamLine(const QString &type, const std::optional<QString> &subtype);
     void warnAboutStreamDropsOnce();

@@ -15,6 +15,7 @@ namespace
 
 constexpr int notedDecodeFailures = 3;
 constexpr int notedStderrLines = 20;
+constexpr int notedResultErrors = 20;
 
 QString thinking()
 {
@@ -247,8 +248,7 @@ void ProjectChat::onResult(const StreamLine &line)
     if (line.isError && !interruptedByUser) {
         m_outcome.hadErrorResult = true;
         m_outcome.errorSubtype = line.subtype.value_or(QString());
-        for (const QString &error : line.errors)
-            streamNote(QStringLiteral("claude result: ") + StreamObservation::rawPreview(error));
+        noteResultErrors(line.errors);
     }
     if (line.totalCostUsd)
         m_outcome.costUSD = line.totalCostUsd;
@@ -262,6 +262,19 @@ void ProjectChat::onResult(const StreamLine &line)
     if (!line.isError && !text.isEmpty() && onAssistantComplete)
         onAssistantComplete(text);
     finishTurn(false);
+}
+
+void ProjectChat::noteResultErrors(const QStringList &errors)
+{
+    for (const QString &error : errors) {
+        const int count = ++m_observation.resultErrors;
+        if (count <= notedResultErrors) {
+            streamNote(QStringLiteral("claude result: ") + StreamObservation::rawPreview(error));
+        } else if (count == notedResultErrors + 1) {
+            streamNote(QStringLiteral("claude result 오류가 %1건을 넘었습니다 — 이후로는 개수만 셉니다")
+                           .arg(notedResultErrors));
+        }
+    }
 }
 
 void ProjectChat::noteStreamDecodeFailure(std::string_view line)

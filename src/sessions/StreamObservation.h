@@ -23,6 +23,7 @@ struct StreamObservation {
     QHash<QString, int> unknownCounts;
     int unknownOverflow = 0; ///< unknown lines whose name came after maxUnknownNames others
     int stderrLines = 0;     ///< lines on standard error that were not blank
+    int resultErrors = 0;    ///< error texts of `result` lines
 
     /** Counts an unknown line. True when this is the first of a name that is kept. */
     bool noteUnknown(const QString &name);

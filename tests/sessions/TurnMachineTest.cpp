@@ -210,7 +210,7 @@ private Q_SLOTS:
         QCOMPARE(s.chat.messages().rows().size(), count);
     }
 
-    void standardErrorGoesToTheLogOnly()
+    void complaintsOfTheChildGoToTheLogOnly()
     {
         Session s;
         s.chat.send(u"q"_qs);
@@ -221,6 +221,15 @@ private Q_SLOTS:
         QCOMPARE(s.notes.size(), 21);
         QCOMPARE(s.notes.first(), u"[p] claude stderr: line"_qs);
         QCOMPARE(s.chat.messages().rows().size(), 2);
+
+        QJsonArray errors;
+        for (int i = 0; i < 25; ++i)
+            errors.append(u"a\nb"_qs);
+        const QJsonObject failed {{u"type"_qs, u"result"_qs}, {u"is_error"_qs, true}, {u"errors"_qs, errors}};
+        s.notes.clear();
+        s.chat.handleLine(QJsonDocument(failed).toJson(QJsonDocument::Compact).toStdString());
+        QCOMPARE(s.notes.size(), 21);
+        QCOMPARE(s.notes.first(), u"[p] claude result: a b"_qs);
     }
 
     void contextOfTheConversation()
