@@ -60,7 +60,11 @@ ProjectChat::ProjectChat(QUuid id, QString alias, QString cwd, QString title,
     connect(&m_deltaFlushTimer, &QTimer::timeout, this, &ProjectChat::flushPendingDeltas);
     m_retireTimer.setSingleShot(true);
     m_retireTimer.setInterval(retireLimitMs);
-    connect(&m_retireTimer, &QTimer::timeout, this, &ProjectChat::retiredChildEnded);
+    connect(&m_retireTimer, &QTimer::timeout, this, [this] {
+        // Left alone it would write the conversation on beside the next child, or stay for good.
+        m_retiring->terminate();
+        retiredChildEnded();
+    });
 }
 
 ProjectChat::~ProjectChat()
@@ -245,7 +249,7 @@ QString ProjectChat::deniedToolTally() const
                      [](const auto &a, const auto &b) { return a.second > b.second; });
     QStringList entries;
     for (const auto &[tool, count] : byCount)
-        entries << QStringLiteral("%1 %2").arg(tool).arg(count);
+        entries << tool + u' ' + QString::number(count);
     return entries.join(QStringLiteral(" · "));
 }
 

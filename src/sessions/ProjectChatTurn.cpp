@@ -179,6 +179,8 @@ void ProjectChat::stop()
 
 bool ProjectChat::terminateChild()
 {
+    if (m_retiring)
+        m_retiring->terminate();
     if (!childIsRunning())
         return false;
     m_process->terminate();

@@ -6,6 +6,8 @@
 
 #include <QtTest>
 
+#include <csignal>
+
 using namespace Qt::StringLiterals;
 using namespace Vesk;
 using namespace Vesk::Test;
@@ -243,6 +245,16 @@ private Q_SLOTS:
         QVERIFY(!d.chat->isRunning());
         d.chat->send(u"more"_s);
         QTRY_COMPARE(d.answers(), (QStringList {u"half"_s, u"again"_s}));
+    }
+
+    void aChildThatStaysBehindItsTurnIsSentAway()
+    {
+        SessionDesk d({Scenario().turn(u"first"_s).pause(300'000), Scenario().turn(u"second"_s)});
+        d.chat->send(u"one"_s);
+        d.chat->send(u"two"_s); // the first child does not end with its input
+        QTRY_COMPARE(d.answers(), (QStringList {u"first"_s, u"second"_s}));
+        QTRY_VERIFY(::kill(static_cast<pid_t>(d.agent.run(1)[u"pid"].toInteger()), 0) != 0);
+        QVERIFY(d.chat->lastError().isEmpty());
     }
 
     void stopBeforeTheProgramIsFound()
