@@ -87,6 +87,7 @@ void ProjectChat::seedResume(const QString &sessionId, QList<ChatMessage> messag
 {
     m_sessionId = sessionId;
     m_resumedSessionId = sessionId;
+    m_conversationIsKept = true;
     m_transcript.reset(std::move(messages));
     if (!backgroundTasks.isEmpty())
         m_backgroundTasks.reset(std::move(backgroundTasks));

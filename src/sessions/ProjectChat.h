@@ -217,6 +217,13 @@ private:
         QStringList attachments;
     };
 
+    /** How the child was started, and whether it has said anything. */
+    struct Spawned {
+        Launch launch;
+        bool resumes = false;
+        bool spoke = false;
+    };
+
     // ProjectChat.cpp
     void setCurrentActivity(const QString &activity);
     void setIsRunning(bool running);
@@ -250,6 +257,7 @@ private:
     void continueLaunch();
     void spawn(const Launch &launch, const QString &program);
     void childEnded(const AgentEnd &end);
+    [[nodiscard]] bool foundNoConversation(const AgentEnd &end) const;
     void retireChild();
     void retiredChildEnded();
     void closeStdin();
@@ -293,6 +301,7 @@ private:
     std::unique_ptr<AgentProcess> m_retiring;
     QTimer m_retireTimer;
     std::optional<Launch> m_launch;
+    Spawned m_spawned;
     std::optional<AgentPermissionMode> m_spawnedPermissionMode;
     bool m_didNotePermissionModeRefusal = false;
     bool m_currentRunInteractive = false;
@@ -311,6 +320,7 @@ private:
     // What the child told of itself and of the last run.
     QString m_sessionId;
     QString m_resumedSessionId;
+    bool m_conversationIsKept = false; // the agent has surely written it down
     bool m_interruptAvailable = false;
     QStringList m_slashCommands;
     RunOutcome m_outcome;

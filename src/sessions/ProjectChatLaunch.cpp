@@ -52,6 +52,7 @@ void ProjectChat::spawn(const Launch &launch, const QString &program)
     options.effort = m_effort;
     options.sessionId = m_sessionId;
 
+    m_spawned = {launch, !m_sessionId.isEmpty(), false};
     m_process = std::make_unique<AgentProcess>();
     AgentProcess *child = m_process.get();
     // A child that is no longer the session's own has nothing to say to it.
@@ -64,8 +65,10 @@ void ProjectChat::spawn(const Launch &launch, const QString &program)
         Q_EMIT interruptAvailableChanged();
     };
     child->onLine = [this, child](std::string_view line) {
-        if (child == m_process.get())
-            handleLine(line, true);
+        if (child != m_process.get())
+            return;
+        m_spawned.spoke = true;
+        handleLine(line, true);
     };
     child->onErrorLine = [this, child](const QString &line) {
         if (child == m_process.get())
@@ -86,18 +89,32 @@ void ProjectChat::spawn(const Launch &launch, const QString &program)
 void ProjectChat::childEnded(const AgentEnd &end)
 {
     const bool failedToStart = end.kind == AgentEnd::Kind::FailedToStart;
+    const bool beginsAnew = foundNoConversation(end);
     const QString reason = end.reason;
     m_process.reset();
     closeStdin();
     m_backgroundTasks.failRunning(QDateTime::currentDateTimeUtc());
     clearPrompts();
-    if (failedToStart) {
+    if (beginsAnew) {
+        m_sessionId.clear();
+        appendSystemNote(QStringLiteral(
+            "ℹ️ 앞 턴이 에이전트의 기록에 남지 않아 이어갈 수 없습니다 — 새 대화로 시작합니다."));
+        runProcess(m_spawned.launch);
+    } else if (failedToStart) {
         fail(m_turn.turnAssistantID, QStringLiteral("claude 실행 실패: ") + reason);
         fireRunFinishedIfPending();
     } else if (m_isRunning || !m_turn.turnAssistantID.isNull()) {
         finishTurn(true);
     }
     Q_EMIT interruptAvailableChanged();
+}
+
+// Of a conversation that was stopped in its first turn the agent may have kept nothing. Asked to go on with
+// it, it ends at once, and the message that it was to answer has been read by nobody.
+bool ProjectChat::foundNoConversation(const AgentEnd &end) const
+{
+    return end.kind == AgentEnd::Kind::Exited && end.code != 0 && m_spawned.resumes && !m_spawned.spoke
+        && !m_conversationIsKept && m_isRunning && !m_turn.interruptedByUser;
 }
 
 void ProjectChat::retireChild()

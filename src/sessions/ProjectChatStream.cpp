@@ -228,6 +228,7 @@ void ProjectChat::onUser(const StreamLine &line)
 
 void ProjectChat::onResult(const StreamLine &line)
 {
+    m_conversationIsKept = true;
     flushPendingDeltas();
     const QString text = line.result.value_or(QString());
     const bool interruptedByUser = m_turn.interruptedByUser;

@@ -247,6 +247,27 @@ private Q_SLOTS:
         QTRY_COMPARE(d.answers(), (QStringList {u"half"_s, u"again"_s}));
     }
 
+    void aConversationThatWasNotKeptBeginsAnew()
+    {
+        const Scenario unknown = Scenario().standardError(u"no such conversation"_s).exit(1);
+        SessionDesk d({Scenario().user().init().pause(20000), unknown, Scenario().turn(u"again"_s), unknown});
+        d.chat->send(u"go"_s);
+        QTRY_VERIFY(!d.chat->sessionId().isEmpty());
+        d.chat->stop();
+        d.chat->send(u"more"_s);
+        QTRY_COMPARE(d.answers(), QStringList {u"again"_s});
+        QVERIFY(d.agent.argumentsOf(2).contains(u"--resume"_s));
+        QVERIFY(!d.agent.argumentsOf(3).contains(u"--resume"_s));
+        QCOMPARE(d.noteRows().size(), 1);
+        // What has been answered once is kept: its loss is said, and nothing is begun behind the person's
+        // back.
+        QTRY_VERIFY(!d.chat->isRunning());
+        d.chat->send(u"and more"_s);
+        QTRY_COMPARE(d.lastText(), u"(응답 없음)"_s);
+        QCOMPARE(d.agent.runCount(), 4);
+        QVERIFY(d.agent.argumentsOf(4).contains(u"--resume"_s));
+    }
+
     void aChildThatStaysBehindItsTurnIsSentAway()
     {
         SessionDesk d({Scenario().turn(u"first"_s).pause(300'000), Scenario().turn(u"second"_s)});
