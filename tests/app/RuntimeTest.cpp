@@ -13,10 +13,15 @@ using namespace Vesk;
 namespace
 {
 
-/** A Runtime on files of its own, with no agent program installed. */
+/** A Runtime on files of its own, and without a program given with no agent installed. */
 struct House {
+    explicit House(const QString &program = {})
+        : locator(program)
+    {
+    }
+
     QTemporaryDir folder;
-    ExecutableLocator locator {QString()};
+    ExecutableLocator locator;
     AuditLogger audit {folder.filePath(QStringLiteral("audit.log"))};
     Preferences preferences {folder.filePath(QStringLiteral("preferences.ini"))};
     Runtime runtime {audit, preferences,
@@ -131,6 +136,25 @@ private Q_SLOTS:
         house.runtime.removeProject(QStringLiteral("a"));
         QCOMPARE(house.runtime.agentStore().sessions(), QList<ProjectChat *> {kept});
         QCOMPARE(house.runtime.catalogEntries().size(), 1);
+    }
+
+    void stopAsksEveryChildToEnd()
+    {
+        const QTemporaryDir tools;
+        QFile program(tools.filePath(QStringLiteral("claude")));
+        QVERIFY(program.open(QIODevice::WriteOnly) && program.write("#!/bin/sh\nexec sleep 3600\n") > 0);
+        program.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        program.close();
+        House house(program.fileName());
+        house.runtime.start();
+        house.runtime.upsertCatalogEntry({.alias = QStringLiteral("a"), .path = house.folder.path()});
+        ProjectChat *chat = house.runtime.newSession(QStringLiteral("a"));
+        house.runtime.newSession(QStringLiteral("a"));
+        chat->send(QStringLiteral("go"));
+        QTRY_VERIFY(chat->childIsRunning());
+        house.runtime.stop();
+        QVERIFY(house.logged(QStringLiteral("terminated 1 child agent process(es) at shutdown")));
+        QTRY_VERIFY(!chat->childIsRunning());
     }
 
     void withoutTheProgramATurnSaysHowToInstallIt()

@@ -252,6 +252,43 @@ private Q_SLOTS:
         QCOMPARE(pending.count(), 0);
     }
 
+    void aPromptBehindAnotherTakesNoAnswerAtOnce()
+    {
+        using namespace std::chrono_literals;
+        const PromptGuard::Clock::time_point start {1h};
+        PromptGuard guard;
+        guard.follow(u"a"_s, start);
+        QVERIFY2(guard.takesAnswers(start), "nothing stood there before");
+        guard.noteAnswered(start);
+        guard.follow({}, start);
+        guard.follow(u"b"_s, start + 100ms); // under the second half of a double click
+        QVERIFY(!guard.takesAnswers(start + 599ms));
+        guard.follow(u"b"_s, start + 600ms);
+        QVERIFY(guard.takesAnswers(start + 600ms));
+        guard.follow(u"c"_s, start + 10s); // in the place of one that is open
+        QVERIFY(!guard.takesAnswers(start + 10s));
+        guard.noteAnswered(start + 11s);
+        guard.follow({}, start + 11s);
+        guard.follow(u"d"_s, start + 12s);
+        QVERIFY(guard.takesAnswers(start + 12s));
+    }
+
+    void aQuestionsClickDoesNotReachThePermissionBehindIt()
+    {
+        Test::ChatStage stage;
+        ChatViewModel view;
+        view.setChat(&stage.chat());
+        QVERIFY(stage.run(u"일"_s));
+        stage.askQuestions(u"q"_s, {QJsonObject {{u"question"_s, u"?"_s}}});
+        QElapsedTimer since;
+        since.start();
+        stage.askPermission(u"r"_s, u"Bash"_s, {{u"command"_s, u"rm -rf x"_s}});
+        view.permission()->allowOnce();
+        if (!since.hasExpired(PromptGuard::pause.count()))
+            QVERIFY(stage.chat().pendingPermission());
+        QTRY_VERIFY((view.permission()->deny(), !stage.chat().pendingPermission()));
+    }
+
     void noticesPickersAndStatus()
     {
         Test::ChatStage stage;

@@ -43,6 +43,7 @@ void PermissionCard::setChat(ProjectChat *chat)
     if (m_chat) {
         connect(m_chat, &ProjectChat::pendingPromptChanged, this, &PermissionCard::update);
         m_request = m_chat->pendingPermission();
+        m_guard.follow(openPromptId(*m_chat));
     }
     Q_EMIT changed();
 }
@@ -100,9 +101,7 @@ void PermissionCard::deny()
 void PermissionCard::update()
 {
     const auto &now = m_chat->pendingPermission();
-    if (m_request && now && m_request->requestId != now->requestId) {
-        m_guard.setRemainingTime(replacementGuardMs);
-    }
+    m_guard.follow(openPromptId(*m_chat));
     if (m_request != now) {
         m_request = now;
         Q_EMIT changed();
@@ -111,7 +110,8 @@ void PermissionCard::update()
 
 void PermissionCard::answer(PermissionChoice choice)
 {
-    if (m_chat && m_request && m_guard.hasExpired()) {
+    if (m_chat && m_request && m_guard.takesAnswers()) {
+        m_guard.noteAnswered();
         m_chat->respondToPermission(choice);
     }
 }

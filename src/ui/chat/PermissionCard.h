@@ -2,9 +2,9 @@
 #pragma once
 
 #include "claude/PromptRequests.h"
+#include "ui/chat/PromptGuard.h"
 
 #include <QDateTime>
-#include <QDeadlineTimer>
 #include <QObject>
 #include <QPointer>
 #include <QtQml/qqmlregistration.h>
@@ -45,10 +45,6 @@ class PermissionCard : public QObject
     Q_PROPERTY(QDateTime since READ since NOTIFY changed)
 
 public:
-    /** For so long after one request replaced another, the card takes no answer: a click that was meant for
-       the old one must not answer the new one. */
-    static constexpr int replacementGuardMs = 500;
-
     explicit PermissionCard(QObject *parent = nullptr);
 
     void setChat(ProjectChat *chat);
@@ -76,7 +72,7 @@ private:
 
     QPointer<ProjectChat> m_chat;
     std::optional<PermissionRequest> m_request;
-    QDeadlineTimer m_guard;
+    PromptGuard m_guard;
 };
 
 } // namespace Vesk

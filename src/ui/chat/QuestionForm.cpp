@@ -105,6 +105,7 @@ void QuestionForm::setChat(ProjectChat *chat)
         disconnect(m_chat, nullptr, this, nullptr);
     }
     m_chat = chat;
+    m_guard = {};
     if (m_chat) {
         connect(m_chat, &ProjectChat::pendingPromptChanged, this, &QuestionForm::update);
     }
@@ -198,13 +199,15 @@ bool QuestionForm::chooseDigit(int digit)
 void QuestionForm::sendAnswers()
 {
     if (m_chat && m_request && allAnswered()) {
+        m_guard.noteAnswered();
         m_chat->respondToQuestion(answers());
     }
 }
 
 void QuestionForm::skip()
 {
-    if (m_chat && m_request) {
+    if (m_chat && m_request && m_guard.takesAnswers()) {
+        m_guard.noteAnswered();
         m_chat->respondToQuestion(QList<QuestionAnswer>(m_request->questions.size()));
     }
 }
@@ -256,6 +259,7 @@ QHash<int, QByteArray> QuestionForm::roleNames() const
 
 void QuestionForm::update()
 {
+    m_guard.follow(m_chat ? openPromptId(*m_chat) : QString());
     const auto now = m_chat ? m_chat->pendingQuestion() : std::nullopt;
     if (m_request == now) {
         return;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "claude/PromptRequests.h"
+#include "ui/chat/PromptGuard.h"
 
 #include <QAbstractListModel>
 #include <QDateTime>
@@ -132,6 +133,7 @@ private:
     QPointer<ProjectChat> m_chat;
     std::optional<QuestionRequest> m_request;
     std::vector<Entry> m_entries;
+    PromptGuard m_guard;
 };
 
 } // namespace Vesk
