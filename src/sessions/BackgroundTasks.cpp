@@ -255,6 +255,20 @@ void BackgroundTasks::failRunning(const QDateTime &now)
         Q_EMIT tasksChanged();
 }
 
+void BackgroundTasks::stopForeground(const QDateTime &now)
+{
+    bool ended = false;
+    for (BackgroundTask &task : m_tasks) {
+        if (task.status != BackgroundTask::Status::Running || !task.endsWithToolResult)
+            continue;
+        task.setStatus(BackgroundTask::Status::Failed, now);
+        task.endWord = QStringLiteral("stopped");
+        ended = true;
+    }
+    if (ended)
+        Q_EMIT tasksChanged();
+}
+
 void BackgroundTasks::keepRestored()
 {
     QList<BackgroundTask> kept = keepingRestored(m_tasks);

@@ -81,6 +81,8 @@ public:
     void reset(QList<BackgroundTask> tasks);
     /** The child is gone, and with it what it still ran. */
     void failRunning(const QDateTime &now);
+    /** The turn was cut off, and with it the sub-agents that it waited for. */
+    void stopForeground(const QDateTime &now);
     /** A new child starts: only restored tasks, which describe finished work, stay. */
     void keepRestored();
     [[nodiscard]] static QList<BackgroundTask> keepingRestored(const QList<BackgroundTask> &tasks);

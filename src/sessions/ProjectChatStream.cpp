@@ -235,6 +235,7 @@ void ProjectChat::onResult(const StreamLine &line)
     const QUuid openRow =
         m_turn.currentAssistantID.isNull() ? m_turn.turnAssistantID : m_turn.currentAssistantID;
     if (interruptedByUser && line.isError) {
+        m_backgroundTasks.stopForeground(QDateTime::currentDateTimeUtc()); // their results will not come
         const ChatMessage *row = m_transcript.find(openRow);
         if (row && row->text.isEmpty())
             m_transcript.setText(openRow, QStringLiteral("(중단됨)"));

@@ -232,6 +232,27 @@ private Q_SLOTS:
         QVERIFY(!d.chat->stoppedByUser());
     }
 
+    void anInterruptEndsTheSubagentsThatTheTurnWaitedFor()
+    {
+        const QJsonObject call {{u"type"_s, u"tool_use"_s},
+                                {u"id"_s, u"t1"_s},
+                                {u"name"_s, u"Agent"_s},
+                                {u"input"_s, QJsonObject {{u"description"_s, u"look"_s}}}};
+        SessionDesk d({Scenario()
+                           .user()
+                           .init({{u"capabilities"_s, QJsonArray {u"interrupt_receipt_v1"_s}}})
+                           .write({{u"type"_s, u"assistant"_s},
+                                   {u"message"_s, QJsonObject {{u"content"_s, QJsonArray {call}}}}})
+                           .pause(20000)});
+        d.chat->send(u"go"_s);
+        QTRY_VERIFY(d.chat->canInterrupt() && d.chat->hasRunningBackgroundTask());
+        QVERIFY(d.chat->softInterrupt());
+        QTRY_VERIFY(!d.chat->isRunning());
+        QVERIFY(!d.chat->hasRunningBackgroundTask());
+        QCOMPARE(d.chat->backgroundTasks().tasks().first().endWord, u"stopped"_s);
+        QTRY_VERIFY(!d.chat->childIsRunning()); // nothing keeps it
+    }
+
     void stopEndsTheChildAndTheNextMessageStartsAnother()
     {
         SessionDesk d({Scenario().user().init().say(u"half"_s).pause(20000), Scenario().turn(u"again"_s)});
