@@ -1,5 +1,6 @@
 #include "claude/ClaudeSettings.h"
 
+#include "claude/GlobalAllowNotice.h"
 #include "support/TestRegistry.h"
 
 #include <QDir>
@@ -108,6 +109,33 @@ private Q_SLOTS:
         QVERIFY(ClaudeSettingsMap::effort(QStringLiteral("low"), true) == AgentEffort::Ultracode);
         QVERIFY(ClaudeSettingsMap::effort(QStringLiteral("max"), false) == AgentEffort::Max);
         QVERIFY(!ClaudeSettingsMap::effort(QStringLiteral("MAX"), std::nullopt));
+    }
+
+    void whatGlobalRulesMeanForAnUnattendedRun_data()
+    {
+        QTest::addColumn<QStringList>("opened");
+        QTest::addColumn<QStringList>("denied");
+        QTest::addColumn<QString>("text");
+        const QString head = QStringLiteral("전역 ~/.claude/settings.json이 도구 3건을 미리 허용합니다 — ");
+        const QStringList all {QStringLiteral("Bash"), QStringLiteral("WebFetch")};
+        QTest::newRow("opened and cut off") << all << all
+                                            << head
+                + QStringLiteral("Bash · WebFetch가 열려 있습니다. 사람이 없는 회차라 Bash · WebFetch는 앱이 "
+                                 "끊습니다. 필요하면 아래 '허용 도구'에 적어 되열 수 있습니다.");
+        QTest::newRow("opened and left open") << all << QStringList()
+                                              << head
+                + QStringLiteral("Bash · WebFetch가 열려 있습니다. 이 회차는 아래 '허용 도구'가 셋 다 되열어 "
+                                 "두었습니다 — 전역 허용이 그대로 얹힙니다.");
+        QTest::newRow("none of them")
+            << QStringList() << QStringList() << head + QStringLiteral("셸·네트워크 도구는 그중에 없습니다.");
+    }
+
+    void whatGlobalRulesMeanForAnUnattendedRun()
+    {
+        QFETCH(QStringList, opened);
+        QFETCH(QStringList, denied);
+        QTEST((GlobalAllowNotice {3, opened, denied}.text()), "text");
+        QVERIFY((GlobalAllowNotice {0, opened, denied}.text().isEmpty()));
     }
 
 private:
