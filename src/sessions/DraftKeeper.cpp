@@ -91,6 +91,9 @@ QByteArray encodeDrafts(QList<SavedDraft> drafts)
             qCInfo(lcDrafts) << drafts.size() - maxSavedDrafts << "old drafts are not kept";
             break;
         }
+        if (const auto length = saved.draft.text.size(); length > SavedDraft::maxTextLength)
+            qCWarning(lcDrafts) << "a draft is too long to be kept: its last"
+                                << length - SavedDraft::maxTextLength << "characters are lost";
         array.append(draftToJson(saved));
     }
     return QJsonDocument(QJsonObject {{QStringLiteral("drafts"), array}}).toJson();

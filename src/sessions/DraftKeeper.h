@@ -20,7 +20,7 @@ class ProjectChat;
 
 /** A draft and whose it is. */
 struct SavedDraft {
-    static constexpr qsizetype maxTextLength = 100'000; ///< UTF-16 units; the rest is not kept
+    static constexpr qsizetype maxTextLength = 400'000; ///< UTF-16 units; the rest is not kept
     static constexpr qsizetype maxAttachments = 50;
 
     QString conversation; ///< the agent's id of it; empty before the first message
