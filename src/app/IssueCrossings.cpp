@@ -93,6 +93,8 @@ bool IssueCrossings::openLinkedFile(const ProjectChat &chat, const QString &path
     const auto folder = IssueFolderPreference::folder(chat.cwd(), m_preferences);
     if (!openIssuesWindow || !folder)
         return false;
+    if (realPath.isEmpty())
+        return IssueFolder::isIssuePath(path, *folder);
     // The tracker knows an issue by its name in the folder that was chosen, whichever way the link goes
     // there.
     for (const auto &[linked, place] :

@@ -54,7 +54,8 @@ public:
     /** Shows an issue in the tracker. */
     void openIssueFromChat(const QString &alias, const QString &issuePath);
     /** The same for a file that a session's transcript links to; false when it is no issue of the project, or
-        no tracker is there to show it. `realPath` is the path with all links resolved. */
+        no tracker is there to show it. `realPath` is the path with all links resolved; empty for a file that
+        is not there, of which it is only told whether the tracker would show it. */
     bool openLinkedFile(const ProjectChat &chat, const QString &path, const QString &realPath);
 
     /** The newest request, for the tracker of this project; it is given once. */

@@ -99,6 +99,13 @@ LinkDecision refused(const QString &address, const QString &reason)
     return {Action::Refuse, {}, withSignsAsCodes(address), reason};
 }
 
+LinkDecision missing(const QString &path)
+{
+    LinkDecision decision = refused(path, QStringLiteral("링크의 파일을 찾지 못했습니다."));
+    decision.isMissing = true;
+    return decision;
+}
+
 LinkDecision decideWeb(const ChatLink &link)
 {
     const QUrl url(link.address);
@@ -139,7 +146,7 @@ LinkDecision decideFile(const ChatLink &link, const LinkFolders &folders, const 
     if (candidates.isEmpty())
         return refused(link.address, QStringLiteral("이 컴퓨터의 파일이 아닙니다."));
     if (file.kind == LinkedFile::Kind::Missing)
-        return refused(candidates.first(), QStringLiteral("링크의 파일을 찾지 못했습니다."));
+        return missing(candidates.first());
     if (file.kind == LinkedFile::Kind::Other)
         return refused(path, QStringLiteral("보통 파일이나 폴더가 아닙니다."));
     LinkDecision decision {

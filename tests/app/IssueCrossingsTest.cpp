@@ -180,6 +180,11 @@ private Q_SLOTS:
         QCOMPARE(shownFor(path, u"/elsewhere/A-1.md"_s), path); // an issue that is itself a link
         QCOMPARE(shownFor(handoff.issues + u"/BOARD.md"_s, handoff.issues + u"/BOARD.md"_s), QString());
         QCOMPARE(shownFor(handoff.project + u"/A-1.md"_s, handoff.project + u"/A-1.md"_s), QString());
+        // Of what is not there it is only told whose it would be.
+        handoff.windows.clear();
+        QVERIFY(chat->onFileLink(handoff.issues + u"/A-2.md"_s, {}));
+        QVERIFY(!chat->onFileLink(handoff.project + u"/A-2.md"_s, {}));
+        QVERIFY(handoff.windows.isEmpty() && !issues.takeSelectionRequest(u"p"_s));
 
         issues.openIssueFromChat(u"p"_s, path);
         QVERIFY(!issues.takeSelectionRequest(u"q"_s));

@@ -123,6 +123,15 @@ private Q_SLOTS:
         QVERIFY(!withText(u"열기"_s));
         QTest::keyClick(m_window.get(), Qt::Key_Escape);
         QTRY_VERIFY(!withText(u"링크를 열지 않았습니다"_s));
+        m_stage->chat().onFileLink = [](const QString &path, const QString &realPath) {
+            return realPath.isEmpty() && path.endsWith(u"/A-1.md"_s);
+        };
+        show(u"[없는 이슈](issues/A-1.md:3)"_s);
+        clickFirstLink(u"없는 이슈"_s);
+        QTRY_VERIFY(
+            withText(u"링크의 이슈 파일을 찾지 못했습니다 — "_s + m_stage->path(u"issues/A-1.md"_s)));
+        QTest::keyClick(m_window.get(), Qt::Key_Escape);
+        QTRY_VERIFY(!withText(u"링크를 열지 않았습니다"_s));
         m_desktopKnows = false;
         show(u"[원본](src/a.cpp)"_s);
         clickFirstLink(u"원본"_s);

@@ -32,7 +32,7 @@ public:
     void setProjectFolder(const QString &folder);
 
     /** Asked before a file is opened, with its path as linked and with all links resolved; true when the
-       program shows it itself. */
+       program shows it itself. Without a resolved path, of a file that is not there: true when it would. */
     std::function<bool(const QString &path, const QString &realPath)> showsItself;
 
     /** The link that was stopped, as it can be shown, and why. */
@@ -52,6 +52,7 @@ Q_SIGNALS:
 
 private:
     void carryOut(const LinkDecision &decision, const QString &path = {});
+    void stopAtMissing(const LinkDecision &decision, const QStringList &meant);
     void open(const LinkDecision &decision);
     void stop(const LinkDecision &decision);
 
