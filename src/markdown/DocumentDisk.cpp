@@ -70,6 +70,7 @@ DiskReport perform(const DiskJob &job)
     constexpr int attempts = 3;
     for (int attempt = 0; attempt < attempts; ++attempt) {
         const FileStamp before = stampOf(job.path);
+        report = {};
         report.seen = lookAtDisk(job.path);
         if (!mayWrite(job, report)) {
             if (job.kind != DiskJob::Kind::Look && !report.seen.text)
