@@ -89,7 +89,10 @@ IssueTemplate::Template IssueTemplate::resolve(const std::optional<QString> &rea
     if (auto learned = learn(existing)) {
         return {*learned, Origin::Existing};
     }
-    return {templateFence(IssueScaffold::readme(key)).value_or(QString()), Origin::Builtin};
+    // A prefix may be anything that a file name holds, signs of a fence among it.
+    return {templateFence(IssueScaffold::readme(key))
+                .value_or(u"# "_s + key + u"-XXX · 제목\n\n| 항목 | 값 |\n|---|---|\n| 상태 | `todo` |\n"_s),
+            Origin::Builtin};
 }
 
 std::optional<QString> IssueTemplate::templateFence(const QString &text)

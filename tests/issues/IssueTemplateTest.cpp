@@ -91,6 +91,7 @@ private Q_SLOTS:
         QCOMPARE(read.status(), u"todo"_s);
         QCOMPARE(read.fields.size(), 9);
         QCOMPARE(read.sections.size(), 4);
+        QCOMPARE(issueOf(IssueTemplate::resolve(std::nullopt, {}, u"```A"_s).markdown).status(), u"todo"_s);
     }
 
     void replacesTheTitle_data()
