@@ -25,6 +25,16 @@ QString pathTail(const QString &path)
 
 } // namespace
 
+ToolActivity ToolActivity::begun(const StreamContent &block, const QDateTime &at)
+{
+    ToolActivity activity;
+    activity.id = block.id ? *block.id : QUuid::createUuid().toString(QUuid::WithoutBraces);
+    activity.name = block.name.value_or(QStringLiteral("도구"));
+    activity.summary = summaryLine(activity.name, block.input.toObject());
+    activity.startedAt = at;
+    return activity;
+}
+
 QString ToolActivity::summaryLine(const QString &name, const QJsonObject &input)
 {
     static constexpr std::array keys {QLatin1StringView("description"), QLatin1StringView("command"),

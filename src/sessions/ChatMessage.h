@@ -1,6 +1,8 @@
 // The rows of a transcript.
 #pragma once
 
+#include "claude/StreamLine.h"
+
 #include <QDateTime>
 #include <QJsonObject>
 #include <QList>
@@ -27,6 +29,8 @@ struct ToolActivity {
     QDateTime startedAt;
     QDateTime finishedAt; ///< invalid while it runs
 
+    /** A `tool_use` block's call, which runs from `at` on. */
+    [[nodiscard]] static ToolActivity begun(const StreamContent &block, const QDateTime &at);
     /** The one line that tells what a call does: the tool's name and its most telling argument. */
     [[nodiscard]] static QString summaryLine(const QString &name, const QJsonObject &input);
 

@@ -70,14 +70,8 @@ void ProjectChat::recordToolUses(const QList<StreamContent> &blocks)
 {
     const QDateTime now = QDateTime::currentDateTimeUtc();
     QList<ToolActivity> activities;
-    for (const StreamContent &block : blocks) {
-        ToolActivity activity;
-        activity.id = block.id ? *block.id : QUuid::createUuid().toString(QUuid::WithoutBraces);
-        activity.name = block.name.value_or(QStringLiteral("도구"));
-        activity.summary = ToolActivity::summaryLine(activity.name, block.input.toObject());
-        activity.startedAt = now;
-        activities.append(activity);
-    }
+    for (const StreamContent &block : blocks)
+        activities.append(ToolActivity::begun(block, now));
     if (m_transcript.index(m_turn.currentToolGroupID) >= 0) {
         m_transcript.addTools(m_turn.currentToolGroupID, activities);
         return;

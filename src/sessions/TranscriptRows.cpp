@@ -81,15 +81,11 @@ private:
     void recordUses(const TranscriptLine &line)
     {
         for (const StreamContent &block : line.message.content) {
-            if (block.type != u"tool_use" || !block.id)
+            if (block.type != u"tool_use")
                 continue;
             if (!std::exchange(m_toolRowIsOpen, true))
                 append(ChatMessage::Role::Tools, {}, line.timestamp);
-            ToolActivity activity;
-            activity.id = *block.id;
-            activity.name = block.name.value_or(QString());
-            activity.summary = ToolActivity::summaryLine(activity.name, block.input.toObject());
-            activity.startedAt = line.timestamp;
+            const ToolActivity activity = ToolActivity::begun(block, line.timestamp);
             QList<ToolActivity> &tools = m_rows.last().tools;
             m_places.insert(activity.id, {m_rows.size() - 1, tools.size()});
             tools.append(activity);

@@ -78,7 +78,8 @@ private Q_SLOTS:
                     PastConversations::returned(u"t2"_s, u"없음"_s, true),
                     PastConversations::returned(u"unknown"_s, u"x"_s, true),
                     PastConversations::answered(u"다 됨"_s),
-                    PastConversations::called(u"t3"_s, u"Bash"_s, u"make"_s)});
+                    PastConversations::called(u"t3"_s, u"Bash"_s, u"make"_s),
+                    uR"({"type":"assistant","message":{"content":[{"type":"tool_use"}]}})"_s});
         const auto rows = ClaudeSessionHistory::loadMessages(past.path(u"c"_s), 80, true);
         QCOMPARE(rows.size(), 5);
         QCOMPARE(rows[0].role, Role::User);
@@ -90,7 +91,8 @@ private Q_SLOTS:
         QCOMPARE(rows[2].tools[0].output, u"a.cpp"_s);
         QCOMPARE(rows[2].tools[0].outcome, ToolActivity::Outcome::Ok);
         QCOMPARE(rows[2].tools[1].outcome, ToolActivity::Outcome::Failed);
-        QCOMPARE(rows[4].tools.size(), 1); // the answer before it closed the row
+        QCOMPARE(rows[4].tools.size(), 2); // the answer before it closed the row
+        QCOMPARE(rows[4].tools[1].name, u"도구"_s);
         QCOMPARE(rows[4].tools[0].outcome, ToolActivity::Outcome::Failed); // nothing runs in the past
         QCOMPARE(ClaudeSessionHistory::loadMessages(past.path(u"c"_s), 80, false).size(), 3);
     }
