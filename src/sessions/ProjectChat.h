@@ -84,7 +84,8 @@ public:
     std::function<void(const QString &)> onUnattendedQuestionSkip;
     std::function<void(bool success)> onRunFinished;       ///< called once per setting, at the end of the run
     std::function<void(const QString &line)> onStreamNote; ///< a line for the audit log
-    /** A link to this file was followed; true when the program shows the file itself. */
+    /** A link to this file was followed; true when the program shows the file itself. An empty `realPath`
+        says that nothing is there: true when it would have been. */
     std::function<bool(const QString &path, const QString &realPath)> onFileLink;
 
     // Identity.
