@@ -24,7 +24,6 @@ namespace
 {
 
 constexpr int deltaFlushMs = 50;
-constexpr int retireLimitMs = 3000;
 
 QString expandedPath(const QString &path, const QString &folder)
 {
@@ -59,12 +58,7 @@ ProjectChat::ProjectChat(QUuid id, QString alias, QString cwd, QString title,
     m_deltaFlushTimer.setInterval(deltaFlushMs);
     connect(&m_deltaFlushTimer, &QTimer::timeout, this, &ProjectChat::flushPendingDeltas);
     m_retireTimer.setSingleShot(true);
-    m_retireTimer.setInterval(retireLimitMs);
-    connect(&m_retireTimer, &QTimer::timeout, this, [this] {
-        // Left alone it would write the conversation on beside the next child, or stay for good.
-        m_retiring->terminate();
-        retiredChildEnded();
-    });
+    connect(&m_retireTimer, &QTimer::timeout, this, &ProjectChat::onRetireLimit);
 }
 
 ProjectChat::~ProjectChat()

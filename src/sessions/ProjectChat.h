@@ -183,8 +183,8 @@ public:
     void cancelPendingLocalSends();
     /** Takes one queued message out of the queue; absent when it has already gone. */
     std::optional<QueuedLocalSend> takePendingLocalSend(const QUuid &id);
-    /** The platform's terminate request to the live child, and to the one before it, for the end of the
-     * program. True when there was a live one. */
+    /** The platform's terminate request to the live child, and to one on its way out, for the end of the
+       program. True when there was one. */
     bool terminateChild();
 
     /** One line of the child's standard output. */
@@ -260,6 +260,7 @@ private:
     void childEnded(const AgentEnd &end);
     [[nodiscard]] bool foundNoConversation(const AgentEnd &end) const;
     void retireChild();
+    void onRetireLimit();
     void retiredChildEnded();
     void closeStdin();
     void write(const QByteArray &line);
@@ -301,6 +302,7 @@ private:
     std::unique_ptr<AgentProcess> m_process;
     std::unique_ptr<AgentProcess> m_retiring;
     QTimer m_retireTimer;
+    bool m_askedRetiring = false; // to end, for it had not gone by itself
     std::optional<Launch> m_launch;
     Spawned m_spawned;
     std::optional<AgentPermissionMode> m_spawnedPermissionMode;

@@ -10,6 +10,14 @@
 namespace Vesk
 {
 
+namespace
+{
+
+constexpr int retireLimitMs = 3000;  // for a child to go by itself
+constexpr int killedByThenMs = 1000; // after the grace of one that was asked to go
+
+} // namespace
+
 void ProjectChat::runProcess(Launch launch)
 {
     retireChild();
@@ -123,9 +131,22 @@ void ProjectChat::retireChild()
         return;
     m_process->closeInput();
     m_retiring = std::move(m_process);
-    m_retireTimer.start();
+    m_askedRetiring = false;
+    m_retireTimer.start(retireLimitMs);
     setSpawnedPermissionMode(std::nullopt);
     Q_EMIT interruptAvailableChanged();
+}
+
+// A child that hangs on its way out would stay for good, and might still write to the conversation that the
+// next one takes up.
+void ProjectChat::onRetireLimit()
+{
+    if (!m_retiring || std::exchange(m_askedRetiring, true)) {
+        retiredChildEnded();
+        return;
+    }
+    m_retiring->terminate();
+    m_retireTimer.start(AgentProcess::killGraceMs + killedByThenMs);
 }
 
 void ProjectChat::retiredChildEnded()

@@ -179,12 +179,14 @@ void ProjectChat::stop()
 
 bool ProjectChat::terminateChild()
 {
-    if (m_retiring)
-        m_retiring->terminate();
-    if (!childIsRunning())
-        return false;
-    m_process->terminate();
-    return true;
+    bool any = false;
+    for (AgentProcess *child : {m_process.get(), m_retiring.get()}) {
+        if (!child || !child->isRunning())
+            continue;
+        child->terminate();
+        any = true;
+    }
+    return any;
 }
 
 } // namespace Vesk

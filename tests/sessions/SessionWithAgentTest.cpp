@@ -392,6 +392,20 @@ private Q_SLOTS:
         QVERIFY(!d.chat->hasRunningBackgroundTask());
     }
 
+    void aChildThatHangsOnItsWayOutIsEnded()
+    {
+        SessionDesk d({Scenario().turn(u"first"_s).waitEof().pause(300'000), Scenario().turn(u"second"_s)});
+        d.chat->send(u"one"_s);
+        QTRY_COMPARE(d.answers(), QStringList {u"first"_s});
+        QTRY_VERIFY(!d.chat->isRunning());
+        const auto hanging = static_cast<pid_t>(d.agent.run(1).value(u"pid"_s).toInteger());
+        QVERIFY(hanging > 0 && ::kill(hanging, 0) == 0);
+        d.chat->send(u"two"_s);
+        QTRY_COMPARE(d.agent.runCount(), 2);
+        QVERIFY2(::kill(hanging, 0) != 0, "two children on one conversation");
+        QTRY_COMPARE(d.answers(), (QStringList {u"first"_s, u"second"_s}));
+    }
+
     void aKeptChildThatDiesLeavesNothingOpen()
     {
         const QJsonObject request {{u"type"_s, u"control_request"_s},
