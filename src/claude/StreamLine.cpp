@@ -52,6 +52,8 @@ void readResult(const object &from, StreamLine &line)
     line.result = textAt(from, "result");
     line.isError = boolAt(from, "is_error").value_or(false);
     line.errors = textsAt(from, "errors").value_or(QStringList());
+    if (const auto origin = objectAt(from, "origin"))
+        line.isOfBackgroundWork = viewAt(*origin, "kind") == "task-notification";
     line.totalCostUsd = doubleAt(from, "total_cost_usd");
     if (const auto denials = arrayAt(from, "permission_denials"))
         line.permissionDenials = StreamRecords::denials(*denials);

@@ -24,6 +24,7 @@ namespace
 {
 
 constexpr int deltaFlushMs = 50;
+constexpr int ownTurnLimitMs = 3000;
 
 QString expandedPath(const QString &path, const QString &folder)
 {
@@ -57,6 +58,9 @@ ProjectChat::ProjectChat(QUuid id, QString alias, QString cwd, QString title,
     m_deltaFlushTimer.setSingleShot(true);
     m_deltaFlushTimer.setInterval(deltaFlushMs);
     connect(&m_deltaFlushTimer, &QTimer::timeout, this, &ProjectChat::flushPendingDeltas);
+    m_ownTurnTimer.setSingleShot(true);
+    m_ownTurnTimer.setInterval(ownTurnLimitMs);
+    connect(&m_ownTurnTimer, &QTimer::timeout, this, [this] { finishTurn(false); });
     m_retireTimer.setSingleShot(true);
     connect(&m_retireTimer, &QTimer::timeout, this, &ProjectChat::onRetireLimit);
 }

@@ -319,6 +319,7 @@ private:
     QUuid m_pendingDeltaRow; // text that waits for the flush timer, and the row it belongs to
     QString m_pendingDelta;
     QTimer m_deltaFlushTimer;
+    QTimer m_ownTurnTimer; // while it runs the message may yet have a turn of its own
 
     // What the child told of itself and of the last run.
     QString m_sessionId;

@@ -150,6 +150,11 @@ void ProjectChat::onControlCancel(const QString &requestId)
 
 void ProjectChat::onInit(const StreamLine &line)
 {
+    if (m_ownTurnTimer.isActive()) {
+        m_ownTurnTimer.stop();
+        m_turn.currentToolGroupID = {};
+        rollAssistantSegment();
+    }
     if (line.sessionId)
         m_sessionId = *line.sessionId;
     if (line.capabilities) {
@@ -232,6 +237,9 @@ void ProjectChat::onResult(const StreamLine &line)
     flushPendingDeltas();
     const QString text = line.result.value_or(QString());
     const bool interruptedByUser = m_turn.interruptedByUser;
+    // A message that came while the child was in a turn of its own has its turn, or is a part of that one.
+    const bool endsAnotherTurn =
+        line.isOfBackgroundWork && !line.isError && m_isRunning && m_turn.turnIsUserInitiated;
     const QUuid openRow =
         m_turn.currentAssistantID.isNull() ? m_turn.turnAssistantID : m_turn.currentAssistantID;
     if (interruptedByUser && line.isError) {
@@ -239,7 +247,7 @@ void ProjectChat::onResult(const StreamLine &line)
         const ChatMessage *row = m_transcript.find(openRow);
         if (row && row->text.isEmpty())
             m_transcript.setText(openRow, QStringLiteral("(중단됨)"));
-    } else if (!text.isEmpty()) {
+    } else if (!text.isEmpty() && !endsAnotherTurn) {
         const QUuid segment = activeSegmentID();
         m_transcript.setText(segment, text);
         if (line.isError)
@@ -263,7 +271,10 @@ void ProjectChat::onResult(const StreamLine &line)
         m_outcome.deniedTools << (tool.isEmpty() ? QStringLiteral("도구") : tool);
     if (!line.isError && !text.isEmpty() && onAssistantComplete)
         onAssistantComplete(text);
-    finishTurn(false);
+    if (endsAnotherTurn)
+        m_ownTurnTimer.start();
+    else
+        finishTurn(false);
 }
 
 void ProjectChat::noteResultErrors(const QStringList &errors)

@@ -91,6 +91,7 @@ void ProjectChat::removeEmptyRunRows(const QUuid &keptRow)
 
 void ProjectChat::finishTurn(bool interrupted)
 {
+    m_ownTurnTimer.stop();
     finishStreaming();
     const bool owesAnswer = !runHasText() && m_turn.turnIsUserInitiated;
     removeEmptyRunRows(owesAnswer ? m_turn.turnAssistantID : QUuid());
@@ -159,6 +160,7 @@ void ProjectChat::stop()
         UsageRecorder::record(FeatureSignal::TurnInterrupted);
     }
     cancelPendingLocalSends();
+    m_ownTurnTimer.stop();
     m_launch.reset();
     closeStdin();
     if (m_process) {

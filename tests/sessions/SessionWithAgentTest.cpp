@@ -392,6 +392,36 @@ private Q_SLOTS:
         QVERIFY(!d.chat->hasRunningBackgroundTask());
     }
 
+    void aMessageSentIntoTheChildsOwnTurnHasItsOwn()
+    {
+        const Scenario asks = Scenario().ask(u"r1"_s, u"Bash"_s, {{u"command"_s, u"make"_s}}, {},
+                                             Scenario().result(u"allowed"_s), Scenario().result(u"denied"_s));
+        Scenario run;
+        run.user()
+            .init()
+            .write(task(u"task_started"_s))
+            .result(u"started"_s)
+            .write(task(u"task_notification"_s))
+            .init()
+            .say(u"it is done"_s)
+            .user(u"and now?"_s)
+            .result(u"it is done"_s, {{u"origin"_s, QJsonObject {{u"kind"_s, u"task-notification"_s}}}})
+            .init()
+            .repeat(1, asks);
+        SessionDesk d({run});
+        d.chat->send(u"go"_s);
+        QTRY_COMPARE(d.answers(), (QStringList {u"started"_s, u"it is done"_s}));
+        d.watchEnd();
+        d.chat->send(u"and now?"_s);
+        QTRY_VERIFY(d.chat->pendingPermission());
+        QVERIFY(d.chat->isRunning());
+        d.chat->respondToPermission(PermissionChoice::Once);
+        QTRY_VERIFY(!d.chat->isRunning());
+        QCOMPARE(d.answers(), (QStringList {u"started"_s, u"it is done"_s, u"allowed"_s}));
+        QCOMPARE(d.finished, 1);
+        QCOMPARE(d.agent.runCount(), 1);
+    }
+
     void aChildThatHangsOnItsWayOutIsEnded()
     {
         SessionDesk d({Scenario().turn(u"first"_s).waitEof().pause(300'000), Scenario().turn(u"second"_s)});

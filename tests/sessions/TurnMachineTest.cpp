@@ -33,6 +33,8 @@ constexpr auto taskEnded = R"({"type":"system","subtype":"task_notification","ta
 constexpr auto subagent = R"({"type":"assistant","parent_tool_use_id":"p","message":{"content":[]}})";
 constexpr auto done = R"({"type":"result","result":"fin","total_cost_usd":0.5,"permission_denials":[)"
                       R"({"tool_name":"Bash"},{"tool_name":"WebFetch"},{"tool_name":"WebFetch"},{}]})";
+constexpr auto begun = R"({"type":"system","subtype":"init"})";
+constexpr auto doneOfItsOwn = R"({"type":"result","origin":{"kind":"task-notification"}})";
 constexpr auto doneSilent = R"({"type":"result"})";
 constexpr auto failedSilent = R"({"type":"result","subtype":"error_max_turns","is_error":true})";
 constexpr auto failedText = R"({"type":"result","subtype":"success","is_error":true,"result":"API down"})";
@@ -106,6 +108,10 @@ private Q_SLOTS:
         QTest::newRow("deltas only") << L {textA, doneSilent} << R {u"a:A"_qs} << false;
         QTest::newRow("no text after tools")
             << L {textA, bashCall, doneSilent} << R {u"a:A"_qs, u"s:Bash · ls"_qs} << false;
+        QTest::newRow("the end of a turn that the child was in")
+            << L {textA, doneOfItsOwn, begun, textB, doneSilent} << R {u"a:A"_qs, u"a:B"_qs} << false;
+        QTest::newRow("the same without a word")
+            << L {doneOfItsOwn, begun, textB, doneSilent} << R {u"a:B"_qs} << false;
         QTest::newRow("error with text") << L {textA, failedText} << R {u"a:API down!"_qs} << true;
         QTest::newRow("error without text") << L {textA, failedSilent} << R {u"a:A!"_qs} << true;
         QTest::newRow("error from the start") << L {failedSilent} << R {u"a:(응답 없음)!"_qs} << true;
