@@ -1,6 +1,7 @@
 #include "sessions/DraftKeeper.h"
 
 #include "base/Files.h"
+#include "base/PoolWork.h"
 #include "sessions/AgentSessionStore.h"
 
 #include <QJsonArray>
@@ -215,13 +216,21 @@ void DraftKeeper::save()
     }
     m_open = open;
     auto bytes = encodeDrafts(m_open + m_waiting);
-    if (bytes == m_written || (m_written.isEmpty() && m_open.isEmpty() && m_waiting.isEmpty()))
+    const bool isNew =
+        bytes != m_written && !(m_written.isEmpty() && m_open.isEmpty() && m_waiting.isEmpty());
+    if (!isNew && !m_writeFailed)
         return;
     m_written = bytes;
-    m_writer.start([path = m_path, bytes = std::move(bytes)] {
-        if (const auto written = writeAtomically(path, bytes, 0600); !written)
-            qCWarning(lcDrafts).noquote() << written.error().text;
-    });
+    m_writeFailed = false;
+    workOnPool(
+        this,
+        [path = m_path, bytes = std::move(bytes)] {
+            const auto written = writeAtomically(path, bytes, 0600);
+            if (!written)
+                qCWarning(lcDrafts).noquote() << written.error().text;
+            return written.has_value();
+        },
+        [this](bool written) { m_writeFailed |= !written; }, &m_writer);
 }
 
 } // namespace Vesk

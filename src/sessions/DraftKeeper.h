@@ -69,6 +69,7 @@ private:
     QList<SavedDraft> m_waiting; // for their sessions to be opened
     QList<SavedDraft> m_open;    // as last noted, to keep their times
     QByteArray m_written;
+    bool m_writeFailed = false; // the disk may be full: the next occasion is taken
     QTimer m_settled;
     QThreadPool m_writer; // one thread: files are written in order
 };

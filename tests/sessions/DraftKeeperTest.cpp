@@ -11,6 +11,8 @@
 
 #include <rapidcheck.h>
 
+#include <atomic>
+
 using namespace Vesk;
 using namespace Qt::StringLiterals;
 
@@ -131,6 +133,22 @@ private Q_SLOTS:
         const auto &chat = run.open(u"/nowhere/a"_s, settings);
         QVERIFY(!chat.messages().isEmpty());
         QTRY_COMPARE(chat.composerInput(), u"text"_s);
+    }
+
+    void aFailedWriteIsMadeUpFor()
+    {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath(u"below/drafts.json"_s);
+        Run run(file);
+        run.open().setComposerInput(u"text"_s);
+        static std::atomic_bool warned;
+        const auto handler = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext &, const QString &) { warned = true; });
+        const auto restore = qScopeGuard([handler] { qInstallMessageHandler(handler); });
+        run.keeper.save();
+        QTRY_VERIFY(warned);
+        QVERIFY(QDir(folder.path()).mkdir(u"below"_s));
+        QTRY_VERIFY((run.keeper.save(), QFile::exists(file)));
     }
 
     void aFileThatCannotBeReadStaysAsItIs()
