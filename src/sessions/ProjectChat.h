@@ -218,11 +218,12 @@ private:
         QStringList attachments;
     };
 
-    /** How the child was started, and whether it has said anything. */
+    /** How the child was started, and how far it has come. */
     struct Spawned {
         Launch launch;
         bool resumes = false;
-        bool spoke = false;
+        bool spoke = false;  ///< has said anything
+        bool inTurn = false; ///< has begun a turn and not ended it
     };
 
     // ProjectChat.cpp

@@ -60,7 +60,7 @@ void ProjectChat::spawn(const Launch &launch, const QString &program)
     options.effort = m_effort;
     options.sessionId = m_sessionId;
 
-    m_spawned = {launch, !m_sessionId.isEmpty(), false};
+    m_spawned = {launch, !m_sessionId.isEmpty(), false, false};
     m_process = std::make_unique<AgentProcess>();
     AgentProcess *child = m_process.get();
     // A child that is no longer the session's own has nothing to say to it.
@@ -138,10 +138,10 @@ void ProjectChat::retireChild()
 }
 
 // A child that hangs on its way out would stay for good, and might still write to the conversation that the
-// next one takes up.
+// next one takes up. One that still answers a message may end what it does.
 void ProjectChat::onRetireLimit()
 {
-    if (!m_retiring || std::exchange(m_askedRetiring, true)) {
+    if (!m_retiring || m_spawned.inTurn || std::exchange(m_askedRetiring, true)) {
         retiredChildEnded();
         return;
     }

@@ -150,6 +150,7 @@ void ProjectChat::onControlCancel(const QString &requestId)
 
 void ProjectChat::onInit(const StreamLine &line)
 {
+    m_spawned.inTurn = true;
     if (m_ownTurnTimer.isActive()) {
         m_ownTurnTimer.stop();
         m_turn.currentToolGroupID = {};
@@ -234,6 +235,7 @@ void ProjectChat::onUser(const StreamLine &line)
 void ProjectChat::onResult(const StreamLine &line)
 {
     m_conversationIsKept = true;
+    m_spawned.inTurn = false;
     flushPendingDeltas();
     const QString text = line.result.value_or(QString());
     const bool interruptedByUser = m_turn.interruptedByUser;
