@@ -184,6 +184,31 @@ private Q_SLOTS:
         QCOMPARE(stateOf(scene.workspace, chat), SessionState::Idle);
     }
 
+    void theEndOfBackgroundWorkIsAnEndOfItsOwn()
+    {
+        Scene scene;
+        ProjectChat &chat = scene.stage.addSession(u"billing"_s, u"a"_s);
+        const auto begin = [&] {
+            ShellStage::run(chat, u"go"_s);
+            chat.handleLine(R"({"type":"system","subtype":"task_started","task_id":"b"})");
+            ShellStage::finish(chat, u"started"_s);
+        };
+        begin();
+        scene.workspace.setWindowActive(true);
+        QTRY_VERIFY(!scene.workspace.roster().find(&chat)->unseen);
+        scene.workspace.setWindowActive(false);
+        QCOMPARE(stateOf(scene.workspace, chat), SessionState::Background);
+        chat.handleLine(R"({"type":"system","subtype":"task_notification","task_id":"b"})");
+        QCOMPARE(stateOf(scene.workspace, chat), SessionState::Finished);
+        scene.workspace.setWindowActive(true);
+        QTRY_COMPARE(stateOf(scene.workspace, chat), SessionState::Idle);
+        begin();
+        QTRY_COMPARE(stateOf(scene.workspace, chat), SessionState::Background);
+        QTRY_VERIFY(!scene.workspace.roster().find(&chat)->unseen);
+        chat.stop();
+        QCOMPARE(stateOf(scene.workspace, chat), SessionState::Idle);
+    }
+
     void closingWhatWorksIsAskedAboutOnce()
     {
         Scene scene;

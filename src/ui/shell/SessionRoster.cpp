@@ -3,6 +3,9 @@
 #include "sessions/AgentSessionStore.h"
 #include "sessions/ProjectChat.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace Vesk
 {
 
@@ -11,6 +14,13 @@ namespace
 
 constexpr qint64 runningTickMs = 1000;
 constexpr qint64 waitingTickMs = 10'000;
+
+/** Of the work that ended last: as when somebody stops it, who knows then. */
+bool endedWithItsChild(const QList<BackgroundTask> &tasks)
+{
+    const auto last = std::ranges::max_element(tasks, {}, &BackgroundTask::endedAt);
+    return last != tasks.end() && last->endedWithChild;
+}
 
 } // namespace
 
@@ -119,6 +129,7 @@ void SessionRoster::add(ProjectChat *chat)
     session->chat = chat;
     session->id = chat->id();
     session->wasRunning = chat->isRunning();
+    session->hadBackground = chat->hasRunningBackgroundTask();
     session->lastActiveAt = m_clock();
     session->shownTime = sessionTimeText(session->facts(), m_clock());
     const QUuid id = session->id;
@@ -133,7 +144,8 @@ void SessionRoster::add(ProjectChat *chat)
     connect(chat, &ProjectChat::pendingPromptChanged, this, follow);
     connect(chat, &ProjectChat::outcomeChanged, this, follow);
     connect(chat, &ProjectChat::runStartedAtChanged, this, follow);
-    connect(&chat->backgroundTasks(), &BackgroundTasks::tasksChanged, this, follow);
+    connect(&chat->backgroundTasks(), &BackgroundTasks::tasksChanged, this,
+            [this, id] { noteBackground(id); });
     connect(chat, &ProjectChat::titleChanged, this, [this, id, follow] {
         follow();
         Q_EMIT titleChanged(id);
@@ -169,6 +181,22 @@ void SessionRoster::noteRunning(const QUuid &id)
         session->unseen = !session->chat->stoppedByUser();
     }
     session->wasRunning = running;
+    noteChanged(*session);
+}
+
+// The turn that began the work has long ended, and somebody has seen that.
+void SessionRoster::noteBackground(const QUuid &id)
+{
+    RosterSession *session = held(id);
+    if (!session) {
+        return;
+    }
+    const bool has = session->chat->hasRunningBackgroundTask();
+    if (std::exchange(session->hadBackground, has) && !has && !session->chat->isRunning()
+        && !endedWithItsChild(session->chat->backgroundTasks().tasks())) {
+        session->lastActiveAt = m_clock();
+        session->unseen = true;
+    }
     noteChanged(*session);
 }
 

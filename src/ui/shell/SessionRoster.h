@@ -24,6 +24,7 @@ struct RosterSession {
     QUuid id;
     bool unseen = false;
     bool wasRunning = false;
+    bool hadBackground = false;
     QDateTime lastActiveAt;
     QString shownTime; ///< what the rows show now; kept to tell when it changes
 
@@ -70,6 +71,7 @@ private:
     void add(ProjectChat *chat);
     void remove(ProjectChat *chat);
     void noteRunning(const QUuid &id);
+    void noteBackground(const QUuid &id);
     void noteChanged(RosterSession &session);
     void updateMyTurn();
     void tick();
