@@ -110,7 +110,7 @@ struct StreamLine {
     std::optional<StreamMessage> message;
     std::optional<QString> result;
     bool isError = false;
-    QStringList errors; ///< of an `error_*` result; texts of the program, for the log
+    QStringList errors;              ///< of an `error_*` result; texts of the program, for the log
     bool isOfBackgroundWork = false; ///< a result of a turn that the child began by itself
     std::optional<double> totalCostUsd;
     std::optional<QStringList> permissionDenials; ///< tool names, empty text for an absent one

@@ -69,6 +69,11 @@ QString IssueScaffold::readme(const QString &key)
     return QString::fromUtf16(IssueScaffoldTexts::rules).replace("KEY"_L1, key);
 }
 
+QString IssueScaffold::skeleton(const QString &key)
+{
+    return QString::fromUtf16(IssueScaffoldTexts::skeleton).replace("KEY"_L1, key);
+}
+
 QString IssueScaffold::board(const QString &projectName)
 {
     return QString::fromUtf16(IssueScaffoldTexts::board).replace("PROJECT"_L1, projectName);

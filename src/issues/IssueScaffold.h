@@ -10,6 +10,8 @@ namespace Vesk::IssueScaffold
 
 /** The rules file, for issues numbered "KEY-001". */
 [[nodiscard]] QString readme(const QString &key);
+/** A new issue of such a folder, without what its rules would have in it. */
+[[nodiscard]] QString skeleton(const QString &key);
 /** The board file, with no issue on it. */
 [[nodiscard]] QString board(const QString &projectName);
 

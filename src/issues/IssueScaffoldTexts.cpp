@@ -200,4 +200,11 @@ done
 
 `done` 인데 미완이 남아 있거나, `doing` 인데 완료가 0이면 둘 중 하나가 틀린 것이다.)md";
 
+const char16_t *const skeleton = uR"md(# KEY-XXX · 제목
+
+| 항목 | 값 |
+|---|---|
+| 상태 | `todo` |
+)md";
+
 } // namespace Vesk::IssueScaffoldTexts

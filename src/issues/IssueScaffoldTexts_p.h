@@ -10,4 +10,7 @@ extern const char16_t *const board;
 /** What agents and people read before they touch an issue; with KEY where the prefix goes. */
 extern const char16_t *const rules;
 
+/** The least that an issue begins with; with KEY where the prefix goes. */
+extern const char16_t *const skeleton;
+
 } // namespace Vesk::IssueScaffoldTexts

@@ -90,8 +90,7 @@ IssueTemplate::Template IssueTemplate::resolve(const std::optional<QString> &rea
         return {*learned, Origin::Existing};
     }
     // A prefix may be anything that a file name holds, signs of a fence among it.
-    return {templateFence(IssueScaffold::readme(key))
-                .value_or(u"# "_s + key + u"-XXX · 제목\n\n| 항목 | 값 |\n|---|---|\n| 상태 | `todo` |\n"_s),
+    return {templateFence(IssueScaffold::readme(key)).value_or(IssueScaffold::skeleton(key)),
             Origin::Builtin};
 }
 

@@ -44,9 +44,9 @@ struct LinkDecision {
     };
 
     Action action = Action::Refuse;
-    QUrl url;        ///< what is opened; empty when refused
-    QString address; ///< where it leads, as it can be shown: no sign in it hides or moves another
-    QString reason;  ///< for Ask and Refuse
+    QUrl url;               ///< what is opened; empty when refused
+    QString address;        ///< where it leads, as it can be shown: no sign in it hides or moves another
+    QString reason;         ///< for Ask and Refuse
     bool isMissing = false; ///< refused because no file is there
 
     bool operator==(const LinkDecision &) const = default;

@@ -128,8 +128,7 @@ private Q_SLOTS:
         };
         show(u"[없는 이슈](issues/A-1.md:3)"_s);
         clickFirstLink(u"없는 이슈"_s);
-        QTRY_VERIFY(
-            withText(u"링크의 이슈 파일을 찾지 못했습니다 — "_s + m_stage->path(u"issues/A-1.md"_s)));
+        QTRY_VERIFY(withText(u"링크의 이슈 파일을 찾지 못했습니다 — "_s + m_stage->path(u"issues/A-1.md"_s)));
         QTest::keyClick(m_window.get(), Qt::Key_Escape);
         QTRY_VERIFY(!withText(u"링크를 열지 않았습니다"_s));
         m_desktopKnows = false;

@@ -61,26 +61,26 @@ void ChatLinks::follow(const QString &address, const QString &html)
         carryOut(decide({}));
         return;
     }
-    QThreadPool::globalInstance()->start([paths, decide, followed, project = folders.project,
-                                          self = QPointer<ChatLinks>(this)] {
-        const auto files = lookAtLinkedFiles(paths + QStringList {project});
-        const auto decision = decide(files);
-        const auto path =
-            std::ranges::find_if(paths, [&](const auto &meant) { return files.contains(meant); });
-        QMetaObject::invokeMethod(
-            QCoreApplication::instance(),
-            [decision, followed, self, paths, path = path == paths.end() ? QString() : *path] {
-                if (!self || self->m_followed != followed) {
-                    return;
-                }
-                if (decision.isMissing) {
-                    self->stopAtMissing(decision, paths);
-                } else {
-                    self->carryOut(decision, path);
-                }
-            },
-            Qt::QueuedConnection);
-    });
+    QThreadPool::globalInstance()->start(
+        [paths, decide, followed, project = folders.project, self = QPointer<ChatLinks>(this)] {
+            const auto files = lookAtLinkedFiles(paths + QStringList {project});
+            const auto decision = decide(files);
+            const auto path =
+                std::ranges::find_if(paths, [&](const auto &meant) { return files.contains(meant); });
+            QMetaObject::invokeMethod(
+                QCoreApplication::instance(),
+                [decision, followed, self, paths, path = path == paths.end() ? QString() : *path] {
+                    if (!self || self->m_followed != followed) {
+                        return;
+                    }
+                    if (decision.isMissing) {
+                        self->stopAtMissing(decision, paths);
+                    } else {
+                        self->carryOut(decision, path);
+                    }
+                },
+                Qt::QueuedConnection);
+        });
 }
 
 void ChatLinks::openAnyway()
@@ -115,8 +115,8 @@ void ChatLinks::carryOut(const LinkDecision &decision, const QString &path)
 void ChatLinks::stopAtMissing(const LinkDecision &decision, const QStringList &meant)
 {
     LinkDecision stopped = decision;
-    const auto issue =
-        std::ranges::find_if(meant, [this](const auto &path) { return showsItself && showsItself(path, {}); });
+    const auto issue = std::ranges::find_if(
+        meant, [this](const auto &path) { return showsItself && showsItself(path, {}); });
     if (issue != meant.end()) {
         stopped.reason = QStringLiteral("링크의 이슈 파일을 찾지 못했습니다 — ") + *issue;
     }
