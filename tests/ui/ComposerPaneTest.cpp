@@ -69,7 +69,7 @@ private Q_SLOTS:
         press(Qt::Key_Up);
         press(Qt::Key_Up); // goes round
         press(Qt::Key_Tab);
-        QCOMPARE(text(), u"see @src/webhook/cancel_handler.cpp "_s);
+        QTRY_COMPARE(text(), u"see @src/webhook/cancel_handler.cpp "_s);
         QTRY_VERIFY(!isOpen());
         QVERIFY(m_editor->hasActiveFocus());
         // A path goes on behind its slash, and the blank that follows is not doubled.
