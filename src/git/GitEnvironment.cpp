@@ -66,6 +66,7 @@ const QList<Setting> &settingsOfReads()
         {"diff.autoRefreshIndex", "false"}, // writes the index
         {"log.decorate", "short"},          // the rest is the form of what is parsed
         {"column.branch", "never"},
+        {"core.quotePath", "false"}, // letters of other alphabets are no numbers for those who read them
         {"i18n.logOutputEncoding", "UTF-8"},
     };
     return settings;

@@ -102,12 +102,35 @@ QByteArray encode(QStringView text)
 
 QString shown(const QString &text)
 {
+    constexpr char16_t controlPictures = 0x2400;
     QString clean = text;
     for (qsizetype i = 0; i < clean.size(); ++i) {
         if (isEscape(clean[i]) && (i == 0 || !text[i - 1].isHighSurrogate()))
             clean[i] = QChar::ReplacementCharacter;
+        else if (clean[i] < u' ')
+            clean[i] = QChar(static_cast<char16_t>(controlPictures + clean[i].unicode()));
     }
     return clean;
+}
+
+QString inPatch(QStringView prefix, QStringView text)
+{
+    QString quoted;
+    bool isQuoted = false;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const bool isForeign = isEscape(text[i]) && (i == 0 || !text[i - 1].isHighSurrogate());
+        const ushort code = isForeign ? text[i].unicode() - escapeBase : text[i].unicode();
+        if (isForeign || code < 0x20 || code == 0x7F) {
+            quoted += u'\\' + QString::number(code, 8).rightJustified(3, u'0');
+        } else if (code == u'"' || code == u'\\') {
+            quoted += u'\\' + QString(text[i]);
+        } else {
+            quoted += text[i];
+            continue;
+        }
+        isQuoted = true;
+    }
+    return isQuoted ? u'"' + prefix.toString() + quoted + u'"' : prefix.toString() + quoted;
 }
 
 } // namespace Vesk::GitPath

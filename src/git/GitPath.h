@@ -14,7 +14,11 @@ namespace Vesk::GitPath
 /** The bytes that decode() was given. */
 [[nodiscard]] QByteArray encode(QStringView text);
 
-/** For people: what stands for a foreign byte becomes the replacement character. */
+/** For people, in one line: what stands for a foreign byte becomes the replacement character, a control
+   character its picture. */
 [[nodiscard]] QString shown(const QString &text);
+
+/** `prefix` and the name as a patch has them: between quotes and with escapes where it has to be. */
+[[nodiscard]] QString inPatch(QStringView prefix, QStringView text);
 
 } // namespace Vesk::GitPath

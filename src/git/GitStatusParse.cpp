@@ -2,6 +2,9 @@
 #include "git/GitFields_p.h"
 #include "git/GitStatusReader.h"
 
+#include <QHash>
+#include <QSet>
+
 #include <algorithm>
 #include <optional>
 
@@ -33,6 +36,32 @@ std::optional<GitCommit> parseRecord(QByteArrayView record)
                       .timestamp = Text::trimBlanks(fields[3]).toLongLong(),
                       .author = parts[1],
                       .authorEmail = parts[2]};
+}
+
+/** A hash stands as a parent too, and authors come again and again: each text is kept once. */
+void shareTexts(QList<GitCommit> &commits)
+{
+    QSet<QString> texts;
+    const auto share = [&texts](QString &text) { text = *texts.insert(text); };
+    for (GitCommit &commit : commits) {
+        share(commit.hash);
+        share(commit.author);
+        share(commit.authorEmail);
+        std::ranges::for_each(commit.parents, share);
+    }
+}
+
+/** What both histories hold is kept once. */
+void shareCommits(QList<GitCommit> &commits, const QList<GitCommit> &others)
+{
+    QHash<QStringView, const GitCommit *> byHash;
+    byHash.reserve(others.size());
+    for (const GitCommit &other : others)
+        byHash.insert(other.hash, &other);
+    for (GitCommit &commit : commits) {
+        if (const GitCommit *other = byHash.value(commit.hash); other && *other == commit)
+            commit = *other;
+    }
 }
 
 } // namespace
@@ -105,6 +134,8 @@ History history(QByteArrayView headLog, QByteArrayView allLog, int window)
     History history {.truncated = head.size() > window, .graphTruncated = all.size() > window};
     head.resize(std::min<qsizetype>(head.size(), window));
     all.resize(std::min<qsizetype>(all.size(), window));
+    shareTexts(all);
+    shareCommits(head, all);
     history.rows = layout(head);
     history.graphRows = layout(all);
     return history;

@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "git/GitPath.h"
 #include "git/GuardedGit.h"
+#include "git/RepositoryFault.h"
 
 #include <algorithm>
 
@@ -21,10 +22,19 @@ QStringList logArguments(const QStringList &which, int window)
                        QStringLiteral("--pretty=format:%H%x1f%P%x1f%D%x1f%ct%x00%an%x00%ae%x00%s%x1e")};
 }
 
-QByteArray log(const GuardedGit &git, const QStringList &which, int window)
+struct Log {
+    QByteArray text {};
+    bool isCut = false;
+    QString failure {}; ///< then there is no text
+};
+
+Log log(const GuardedGit &git, const QStringList &which, int window)
 {
-    const auto output = git.runCapped(logArguments(which, window), maxReadBytes);
-    return output.code == 0 ? output.out : QByteArray();
+    auto output = git.runCapped(logArguments(which, window), maxReadBytes);
+    if (output.code != 0)
+        return {.failure = GitProcess::failureText(output.err, QStringLiteral("log"), output.code)};
+    const bool isCut = output.totalOutputBytes > output.out.size();
+    return {.text = std::move(output.out), .isCut = isCut};
 }
 
 void readChanges(const GuardedGit &git, RepoStatus &status)
@@ -36,26 +46,26 @@ void readChanges(const GuardedGit &git, RepoStatus &status)
         output.out.truncate(output.out.lastIndexOf('\0') + 1);
     if (output.code == 0)
         status.changes = GitWorkingTree::parseStatus(output.out);
+    else
+        status.changesFailure = GitProcess::failureText(output.err, QStringLiteral("status"), output.code);
 }
 
-void readHistory(const GuardedGit &git, RepoStatus &status)
+/** Without a commit there is no log of HEAD, and nothing is wrong. */
+void readHistory(const GuardedGit &git, RepoStatus &status, bool hasCommit)
 {
-    const QByteArray headLog = log(git, {}, status.window);
-    const QByteArray allLog =
-        log(git,
-            {QStringLiteral("--exclude=refs/stash"), QStringLiteral("--exclude=refs/notes/*"),
-             QStringLiteral("--all"), QStringLiteral("--date-order")},
-            status.window);
-    History both = history(headLog, allLog, status.window);
+    const Log headLog = log(git, {}, status.window);
+    const Log allLog = log(git,
+                           {QStringLiteral("--exclude=refs/stash"), QStringLiteral("--exclude=refs/notes/*"),
+                            QStringLiteral("--all"), QStringLiteral("--date-order")},
+                           status.window);
+    status.historyFailure = !allLog.failure.isEmpty() ? allLog.failure
+        : hasCommit                                   ? headLog.failure
+                                                      : QString();
+    History both = history(headLog.text, allLog.text, status.window);
     status.rows = std::move(both.rows);
-    status.truncated = both.truncated;
+    status.truncated = both.truncated || headLog.isCut;
     status.graphRows = std::move(both.graphRows);
-    status.graphTruncated = both.graphTruncated;
-}
-
-QString trimmedOutput(const GuardedGit &git, const QStringList &arguments)
-{
-    return Text::trimWhitespace(git.run(arguments).out);
+    status.graphTruncated = both.graphTruncated || allLog.isCut;
 }
 
 void readBranches(const GuardedGit &git, RepoStatus &status)
@@ -68,7 +78,8 @@ void readBranches(const GuardedGit &git, RepoStatus &status)
 
 void readRemotes(const GuardedGit &git, RepoStatus &status)
 {
-    status.remotes = trimmedOutput(git, {QStringLiteral("remote")}).split(u'\n', Qt::SkipEmptyParts);
+    status.remotes =
+        Text::trimWhitespace(git.run({QStringLiteral("remote")}).out).split(u'\n', Qt::SkipEmptyParts);
     status.hasAnyRemote = !status.remotes.isEmpty();
     const auto upstream = git.run({QStringLiteral("rev-parse"), QStringLiteral("--abbrev-ref"),
                                    QStringLiteral("--symbolic-full-name"), QStringLiteral("@{upstream}")});
@@ -93,18 +104,19 @@ Result<RepoStatus> read(const GitSetting &setting, const QString &cwd, int windo
             .runCapped({QStringLiteral("rev-parse"), QStringLiteral("--show-toplevel")}, maxReadBytes);
     const QByteArray root = withoutLineEnd(top.out);
     if (top.code != 0 || root.trimmed().isEmpty())
-        return failure(ErrorKind::NotFound,
-                       GitProcess::failureText(top.err, QStringLiteral("rev-parse"), top.code));
+        return tl::unexpected(
+            repositoryFault(cwd, GitProcess::failureText(top.err, QStringLiteral("rev-parse"), top.code)));
 
     const auto git = GuardedGit::open(setting, GitPath::decode(root));
     if (!git)
         return tl::unexpected(git.error());
     RepoStatus status {.root = git->root(), .window = std::max(window, 0)};
-    status.branch = trimmedOutput(
-        *git, {QStringLiteral("rev-parse"), QStringLiteral("--abbrev-ref"), QStringLiteral("HEAD")});
+    const auto branch =
+        git->run({QStringLiteral("rev-parse"), QStringLiteral("--abbrev-ref"), QStringLiteral("HEAD")});
+    status.branch = Text::trimWhitespace(branch.out);
     if (status.branch == QStringLiteral("HEAD"))
         status.branch.clear();
-    readHistory(*git, status);
+    readHistory(*git, status, branch.code == 0);
     readChanges(*git, status);
     readBranches(*git, status);
     readRemotes(*git, status);

@@ -51,6 +51,8 @@ struct RepoStatus {
     QString branch {}; ///< empty when HEAD is detached, or has no commit yet
     QList<GitWorkingTree::Change> changes {};
     bool changesTruncated = false; ///< there are more changes than are read
+    QString changesFailure {};     ///< git's words when the changes could not be read; then there are none
+    QString historyFailure {};     ///< the same of one history or both
     int ahead = 0;                 ///< commits that the upstream does not have
     int behind = 0;                ///< commits of the upstream that are not here
     bool hasRemote = false;        ///< the branch has an upstream
@@ -74,7 +76,7 @@ struct AheadBehind {
 };
 
 /** Reads the repository that the folder lies in. Unavailable without git; NotFound, with git's words, when
-   there is no repository with a work tree; Unreadable when its configuration is not to be read. */
+   there is no repository; Unreadable when it has no work tree, or is not to be read. */
 GitTask load(const QString &cwd, int window, QObject *context,
              std::function<void(const Result<RepoStatus> &)> done);
 

@@ -341,14 +341,22 @@ private Q_SLOTS:
         QVERIFY(kindOf(repository.folder()).contains(u"not a git repository"_s));
         QVERIFY(kindOf(repository.folder() + u"/gone"_s).contains(u"/gone: "_s));
         repository.git({u"init"_s, u"-q"_s, u"--bare"_s, repository.folder() + u"/bare"_s});
-        QVERIFY(!kindOf(repository.folder() + u"/bare"_s).isEmpty());
-        QVERIFY(!kindOf(repository.path(u".git"_s)).isEmpty());
+        QVERIFY(kindOf(repository.folder() + u"/bare"_s).contains(u"(bare)"_s));
+        QVERIFY(kindOf(repository.path(u".git"_s)).contains(u"(bare)"_s));
         // a work tree whose repository has gone
         repository.commit(u"base"_s);
         repository.git({u"worktree"_s, u"add"_s, u"-q"_s, u"../tree"_s, u"-b"_s, u"side"_s});
         QCOMPARE(kindOf(repository.folder() + u"/tree"_s), QString());
         QVERIFY(QDir(repository.path(u".git"_s)).removeRecursively());
-        QVERIFY(!kindOf(repository.folder() + u"/tree"_s).isEmpty());
+        QVERIFY(kindOf(repository.folder() + u"/tree"_s)
+                    .startsWith(u"이 작업 트리의 원래 저장소가 없습니다: "_s));
+
+        using GitStatusReader::read;
+        QDir(repository.folder()).mkdir(u"plain"_s);
+        QCOMPARE(read(repository.setting(), repository.folder() + u"/plain"_s, 10).error().kind,
+                 ErrorKind::NotFound);
+        QCOMPARE(read(repository.setting(), repository.folder() + u"/tree"_s, 10).error().kind,
+                 ErrorKind::Unreadable);
     }
 
     void repositoriesInTrouble()
@@ -358,6 +366,7 @@ private Q_SLOTS:
         RepoStatus status = readOrFail(repository); // nothing committed yet
         QVERIFY(status.rows.isEmpty() && status.branch.isEmpty());
         QCOMPARE(status.changes.size(), 1);
+        QVERIFY(status.historyFailure.isEmpty() && status.changesFailure.isEmpty());
 
         const QString hash = repository.commit(u"base"_s);
         repository.write(u".git/index.lock"_s, "");
@@ -374,9 +383,15 @@ private Q_SLOTS:
         file.close();
         status = readOrFail(repository);
         QVERIFY(status.rows.isEmpty() && status.graphRows.isEmpty());
+        QVERIFY(status.historyFailure.contains(hash)); // and it is not told that there are none
+        repository.write(u".git/index"_s, "rubbish");
+        status = readOrFail(repository);
+        QVERIFY(status.changes.isEmpty() && status.changesFailure.contains(u"index"_s));
 
         repository.write(u".git/config"_s, "[core\n");
-        QVERIFY(!GitStatusReader::read(repository.setting(), repository.path(), 10));
+        const auto broken = GitStatusReader::read(repository.setting(), repository.path(), 10);
+        QVERIFY(!broken);
+        QCOMPARE(broken.error().kind, ErrorKind::Unreadable);
     }
 
     void aFolderWithALineEndInItsName()
