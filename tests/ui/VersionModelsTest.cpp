@@ -2,12 +2,14 @@
 #include "git/GitSummary.h"
 #include "support/TestRegistry.h"
 #include "ui/version/ChangesModel.h"
+#include "ui/version/CommitColumns.h"
 #include "ui/version/CommitsModel.h"
 #include "ui/version/DiffModel.h"
 #include "ui/version/RefName.h"
 #include "ui/version/RequestDrafts.h"
 #include "ui/version/VersionView.h"
 #include "ui/version/VersionWords.h"
+#include "ui/version/WheelPull.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -38,8 +40,8 @@ QList<GitCommit> history(const QStringList &lines)
 
 CommitRows content(const QStringList &lines, const QString &head)
 {
-    const auto rows = GitStatusReader::layout(history(lines));
-    return {.rows = rows, .pictures = graphPictures(rows, head), .lanes = laneCount(rows)};
+    const RepoStatus status {.rows = {{.commit = {.hash = head}}}};
+    return commitRows(GitStatusReader::layout(history(lines)), status);
 }
 
 /** The lines of a row as "p0" (pass), "i1" (in), "o2" (out), with "-" behind when broken. */
@@ -191,7 +193,8 @@ private Q_SLOTS:
         model.setChanges({change(u"src/a.cpp"_s, 'M', 'M'), change(u"new/"_s, '?', '?')});
         QCOMPARE(removed.size(), 1);
         QCOMPARE(model.rowOf(u"b.txt"_s), -1);
-        model.setChanges({change(u"src/a.cpp"_s, 'M', ' ')}, ChangesModel::Of::Commit);
+        model.setChanges({change(u"src/new\nline"_s, 'M', ' ')}, ChangesModel::Of::Commit);
+        QCOMPARE(model.index(0).data(ChangesModel::NameRole).toString(), u"new␊line"_s); // one line
         QVERIFY(model.index(0).data(ChangesModel::StageRole).toString().isEmpty());
         model.setChanges({});
     }
@@ -211,6 +214,7 @@ private Q_SLOTS:
         QCOMPARE(model.hunkFrom(5, 1), -1);
         QCOMPARE(model.hunkAt(7), 2);
         QCOMPARE(model.textOf(2, 4), u" 가\n-나\n+다"_s);
+        QCOMPARE(model.digits(), 1);
 
         QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
         model.update(GitDiff::parse(
@@ -227,6 +231,10 @@ private Q_SLOTS:
         model.update(diff);
         QCOMPARE(model.index(model.count() - 1).data().toString(), u"이후 501줄 생략"_s);
         QCOMPARE(model.textOf(0, model.count()).count(u'\n'), 1999);
+        QCOMPARE(model.digits(), 4);
+        QVERIFY(!model.longestIsCut());
+        model.reset(GitDiff::parse("@@ -0,0 +1 @@\n+" + QByteArray(1001, 'x') + '\n'));
+        QVERIFY(model.longestIsCut());
         QCOMPARE(VersionWords::clipped(4000), u"+4,000바이트"_s);
         model.reset({});
         QCOMPARE(model.count(), 0);
@@ -262,6 +270,63 @@ private Q_SLOTS:
         QVERIFY2(RequestDrafts::draft(asked, status).contains(part),
                  qPrintable(RequestDrafts::draft(asked, status)));
         QVERIFY(!RequestDrafts::reason(RequestDrafts::Kind::Commit, {}).isEmpty());
+        QVERIFY(RequestDrafts::reason(RequestDrafts::Kind::Stash, {.changesFailure = u"fatal"_s})
+                    .contains(u"읽지 못했습니다"_s)); // not: there are none
+    }
+
+    void columns_data()
+    {
+        QTest::addColumn<double>("room");
+        QTest::addColumn<double>("scale");
+        QTest::addColumn<int>("lanes");
+        QTest::addColumn<QString>("widths"); // graph subject author hash date
+        QTest::newRow("wide") << 1200.0 << 1.0 << 2 << u"72 812 84 76 116"_s;
+        QTest::newRow("least window") << 659.0 << 1.0 << 4 << u"84 259 84 76 116"_s;
+        QTest::newRow("large letters") << 659.0 << 1.6 << 4 << u"134 299 0 0 186"_s;
+        QTest::newRow("hundred lanes") << 659.0 << 1.0 << 100 << u"164 179 84 76 116"_s;
+        QTest::newRow("no room at all") << 20.0 << 1.0 << 1 << u"72 0 0 0 0"_s;
+    }
+    void columns()
+    {
+        QFETCH(double, room);
+        QFETCH(double, scale);
+        QFETCH(int, lanes);
+        const auto px = [&](qreal width) { return std::round(width * scale); };
+        const auto widths =
+            columnWidths({.author = px(84), .hash = px(76), .date = px(116)}, lanes, room, scale);
+        QStringList words;
+        for (const qreal width : {widths.graph, widths.subject, widths.author, widths.hash, widths.date})
+            words.append(QString::number(width));
+        QTEST(words.join(u' '), "widths");
+        QCOMPARE(columnWidths({.graph = 600}, lanes, 800, scale).graph, 400); // half the table at most
+    }
+
+    void aWheelPulls()
+    {
+        using std::chrono::milliseconds;
+        struct Turn {
+            int at;
+            qreal pixels;
+            bool atTop;
+            qreal distance;
+        };
+        PullTurns turns;
+        for (const Turn &turn :
+             {Turn {0, 30, true, 30}, Turn {300, 40, true, 70},
+              Turn {900, 30, true, 30},                            // rested: from the start again
+              Turn {1000, -1, true, 0},                            // down
+              Turn {1100, 60, true, 0},                            // and up in the same movement: scrolling
+              Turn {1600, 60, false, 0}, Turn {1700, 90, true, 0}, // the run-out of what began below
+              Turn {2200, 15, true, 15}}) {
+            turns = turned(turns, turn.pixels, turn.atTop, milliseconds(turn.at));
+            QCOMPARE(turns.distance, turn.distance);
+        }
+        WheelPull wheel;
+        wheel.setProperty("needed", 64);
+        QSignalSpy pulled(&wheel, &WheelPull::pulled);
+        for (int i = 0; i < 12; ++i)
+            wheel.turn(15, true);
+        QCOMPARE(pulled.size(), 1); // once, however far it goes on
     }
 
     void turnsWithTools()

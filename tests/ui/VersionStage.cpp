@@ -50,6 +50,14 @@ QString BranchyRepository::commitLater(const QString &subject, int minutes)
     return git({u"rev-parse"_s, u"HEAD"_s});
 }
 
+void BranchyRepository::commitMany(int count)
+{
+    git({u"config"_s, u"alias.many"_s,
+         u"!seq %1 | awk '{ print \"commit refs/heads/main\\ncommitter a <a@b> \" 1760000000 + $1 "
+         "\" +0000\\ndata \" length($1) + 1 \"\\nx\" $1 \"\\n\" }' | git fast-import --quiet"_s.arg(count)});
+    git({u"many"_s});
+}
+
 void BranchyRepository::mergeLater(const QString &branch, const QString &subject)
 {
     m_minutes += 60;
@@ -125,7 +133,7 @@ VersionStage::VersionStage(const QString &folder)
     m_shell.runtime().upsertCatalogEntry(
         {.alias = u"billing"_s, .path = folder, .extraEnv = {}, .colorHex = {}});
     m_window = createVersionWindow(m_engine, m_shell.runtime(), u"billing"_s,
-                                   {.showSession = [this](const QString &key) { m_shownSession = key; }});
+                                   [this](const QString &key) { m_shownSession = key; });
     if (!m_window)
         qFatal("the version window could not be made");
     m_window->resize(1440, 900);

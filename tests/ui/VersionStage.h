@@ -22,6 +22,8 @@ public:
 
     /** Adds everything and commits, `minutes` after the one before. */
     QString commitLater(const QString &subject, int minutes = 90);
+    /** On main, out of nothing, a second apart. */
+    void commitMany(int count);
     void mergeLater(const QString &branch, const QString &subject);
     /** Two more branches, a merge, a tag, a remote that is ahead, a conflict and other changes. */
     void fill();

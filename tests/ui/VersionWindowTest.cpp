@@ -22,7 +22,11 @@ class VersionWindowTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { Theme::shared().setMode(u"system"_s); }
+    void cleanup()
+    {
+        Theme::shared().setMode(u"system"_s);
+        Theme::shared().setScale(1);
+    }
 
     void showsARepository()
     {
@@ -127,11 +131,7 @@ private Q_SLOTS:
     void showsMoreOnDemand()
     {
         BranchyRepository repository;
-        repository.git(
-            {u"config"_s, u"alias.many"_s,
-             u"!seq 520 | awk '{ print \"commit refs/heads/main\\ncommitter a <a@b> \" 1760000000 + $1 "
-             "\" +0000\\ndata 1\\nx\\n\" }' | git fast-import --quiet"_s});
-        repository.git({u"many"_s});
+        repository.commitMany(520);
         VersionStage stage(repository.path());
         QCOMPARE(stage.view().commits()->count(), 501);
         stage.press(Qt::Key_End);
@@ -141,7 +141,39 @@ private Q_SLOTS:
         QCOMPARE(stage.view().commits()->count(), 521);
         QCOMPARE(stage.view().selected(), last);
         QVERIFY(!stage.withText(u"더 보기"_s));
+        stage.press(Qt::Key_Up); // the keys are the list's again
+        QCOMPARE(stage.view().commits()->rowOf(stage.view().selected()),
+                 stage.view().commits()->rowOf(last) - 1);
         QVERIFY(stage.warnings().isEmpty());
+    }
+
+    void readingAgainMovesNothingOfACutHistory()
+    {
+        BranchyRepository repository;
+        repository.commitMany(520);
+        VersionStage stage(repository.path());
+        VersionView &view = stage.view();
+        for (int i = 0; i < 40; ++i)
+            stage.press(Qt::Key_Down);
+        const QString chosen = view.selected();
+        const auto place = [&] { return stage.withText(view.detail()->title())->mapToScene({}).y(); };
+        const qreal before = place();
+        repository.commitLater(u"하나 더"_s, 1'000'000);
+        stage.press(Qt::Key_F5);
+        stage.settle();
+        QCOMPARE(view.commits()->count(), 501); // what came at the top has pushed one out
+        QCOMPARE(view.selected(), chosen);
+        QCOMPARE(place(), before);
+
+        // HEAD is older than all that the window holds
+        repository.git({u"checkout"_s, u"-q"_s, u"--detach"_s, u"HEAD~515"_s});
+        stage.press(Qt::Key_F5);
+        stage.settle();
+        QVERIFY(!view.headBanner().isEmpty());
+        QVERIFY(stage.withText(view.headBanner())->isVisible());
+        stage.click(u"이 브랜치 보기"_s);
+        QVERIFY(view.headBanner().isEmpty());
+        QVERIFY(stage.withText(u"HEAD"_s));
     }
 
     void onlyTheLastChoiceIsShown()
@@ -174,12 +206,138 @@ private Q_SLOTS:
         stage.press(Qt::Key_F5);
         stage.settle();
         QTRY_COMPARE(stage.view().state(), VersionView::State::FolderGone);
+        QVERIFY(QDir().mkpath(plain.path()));
+        stage.press(Qt::Key_F5);
+        stage.settle();
+        QTRY_COMPARE(stage.view().state(), VersionView::State::NoRepository);
 
         const Repository empty;
         VersionStage fresh(empty.path());
         QCOMPARE(fresh.view().state(), VersionView::State::Ready);
         QCOMPARE(fresh.view().commits()->count(), 1);
         QVERIFY(fresh.warnings().isEmpty());
+    }
+
+    void whatCannotBeReadIsSaid()
+    {
+        BranchyRepository repository;
+        const QString hash = repository.commitLater(u"하나"_s);
+        VersionStage stage(repository.path());
+        QVERIFY(stage.view().faultBanner().isEmpty());
+        repository.git({u"update-ref"_s, u"-d"_s, u"refs/heads/main"_s});
+        repository.write(u".git/refs/heads/main"_s, QByteArray(40, '1') + '\n');
+        repository.write(u".git/index"_s, "rubbish");
+        stage.press(Qt::Key_F5);
+        stage.settle();
+        QCOMPARE(stage.view().state(), VersionView::State::Ready);
+        QVERIFY(stage.withText(u"커밋과 변경을 읽지 못했습니다"_s));
+        QVERIFY(!stage.withText(u"커밋 안 한 변경이 없습니다"_s));
+        stage.picture(u"version-fault"_s);
+        stage.click(u"복사"_s);
+        QCOMPARE(QGuiApplication::clipboard()->text(), stage.view().faultText());
+
+        repository.write(u".git/refs/heads/main"_s, hash.toUtf8() + '\n');
+        QVERIFY(QFile::remove(repository.path(u".git/index"_s)));
+        stage.press(Qt::Key_F5);
+        stage.settle();
+        QVERIFY(stage.view().faultBanner().isEmpty());
+        QVERIFY(stage.warnings().isEmpty());
+    }
+
+    void fitsTheLeastWindow_data()
+    {
+        QTest::addColumn<int>("textSize");
+        QTest::newRow("small") << 80;
+        QTest::newRow("large") << 160;
+    }
+    void fitsTheLeastWindow()
+    {
+        QFETCH(int, textSize);
+        BranchyRepository repository;
+        repository.fill();
+        for (int i = 0; i < 6; ++i)
+            repository.git({u"tag"_s, u"a-rather-long-name-of-a-tag-%1"_s.arg(i)});
+        VersionStage stage(repository.path());
+        Theme::shared().setScale(textSize / 100.0);
+        stage.window()->resize(900, 600);
+        QTRY_COMPARE(stage.window()->width(), 900);
+        const QImage laidOut = stage.window()->grabWindow();
+        QVERIFY(!laidOut.isNull());
+        stage.picture(u"version-least-%1"_s.arg(textSize));
+        for (const QString &text : {u"지금"_s, u"+4"_s, u"+6"_s, u"부탁하기…"_s, u"다른 부탁…"_s}) {
+            const QQuickItem *item = stage.withText(text);
+            QVERIFY2(!item || item->mapToScene({item->width(), 0}).x() <= 900, qPrintable(text));
+        }
+        QVERIFY(stage.withText(u"지금"_s)); // the last column has not gone
+        QVERIFY(stage.withText(textSize > 100 ? u"부탁하기…"_s : u"커밋 부탁하기"_s));
+    }
+
+    void aPullFetches()
+    {
+        BranchyRepository repository;
+        repository.fill();
+        VersionStage stage(repository.path());
+        QSignalSpy ended(stage.view().fetch(), &VersionFetch::ended);
+        const auto top = [&] { return stage.withText(u"지금"_s)->mapToScene({-300, 10}).toPoint(); };
+        const auto drag = [&](int length) {
+            const QPoint start = top();
+            QTest::mousePress(stage.window(), Qt::LeftButton, {}, start);
+            for (int y = 0; y <= length; y += 8)
+                QTest::mouseMove(stage.window(), start + QPoint(0, y));
+            QTest::mouseRelease(stage.window(), Qt::LeftButton, {}, start + QPoint(0, length));
+            QTest::qWait(0);
+        };
+        drag(30); // too short
+        QVERIFY(!stage.view().fetch()->running());
+        drag(160);
+        QVERIFY(stage.view().fetch()->running());
+        QTRY_COMPARE(ended.size(), 1);
+        stage.settle();
+
+        for (const auto type : {QInputDevice::DeviceType::Mouse, QInputDevice::DeviceType::TouchPad}) {
+            const QPointingDevice device(u"wheel"_s, 1, type, QPointingDevice::PointerType::Generic,
+                                         QInputDevice::Capability::Scroll, 1, 3);
+            const bool isPad = type == QInputDevice::DeviceType::TouchPad;
+            const qsizetype before = ended.size();
+            const QPoint start = top();
+            for (int i = 0; i < 6; ++i) {
+                QWheelEvent turn(start, stage.window()->mapToGlobal(start), isPad ? QPoint(0, 12) : QPoint(),
+                                 isPad ? QPoint(0, 96) : QPoint(0, 120), {}, {},
+                                 isPad ? Qt::ScrollUpdate : Qt::NoScrollPhase, false,
+                                 Qt::MouseEventNotSynthesized, &device);
+                QCoreApplication::sendEvent(stage.window(), &turn);
+            }
+            QTRY_COMPARE(ended.size(), before + 1);
+            stage.settle();
+            QTRY_VERIFY(!stage.withText(u"당겨서 원격 확인"_s));
+        }
+    }
+
+    void patchesApply()
+    {
+        BranchyRepository repository;
+        const QList<QByteArray> names {"plain.txt", "두 낱말.txt", "quote\"\\back", "line\nend", "caf\xe9"};
+        for (const QByteArray &name : names)
+            repository.write(name, "하나\n");
+        repository.commitLater(u"처음"_s);
+        for (const QByteArray &name : names)
+            repository.write(name, "하나\n둘\n");
+        VersionStage stage(repository.path());
+        QByteArray patches;
+        for (int row = 0; row < names.size(); ++row) {
+            stage.view().selectChange(stage.view().changes()->pathAt(row));
+            stage.settle();
+            patches += stage.view().detail()->patch().toUtf8();
+        }
+        repository.git({u"checkout"_s, u"-q"_s, u"."_s});
+        QFile file(repository.folder() + u"/all.patch"_s);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(patches);
+        file.close();
+        repository.git({u"apply"_s, file.fileName()});
+        stage.view().reload();
+        stage.settle();
+        QCOMPARE(stage.view().changes()->count(), 5);
     }
 
     void aDetachedHeadIsNamed()

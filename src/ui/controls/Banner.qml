@@ -12,6 +12,8 @@ Rectangle {
     property string iconName: toneColors.iconName
     property string actionText
     property bool closable: true
+    // As many lines as the text takes; else one, cut at its end.
+    property bool wraps: false
 
     readonly property Tone toneColors: Tone { name: banner.tone }
 
@@ -19,7 +21,7 @@ Rectangle {
     signal closed()
 
     implicitWidth: 400
-    implicitHeight: Theme.px(32)
+    implicitHeight: wraps ? Math.max(Theme.px(32), words.implicitHeight + 12) : Theme.px(32)
     color: toneColors.ground
     Accessible.role: Accessible.AlertMessage
     Accessible.name: detail.length > 0 ? text + " " + detail : text
@@ -36,11 +38,14 @@ Rectangle {
             size: 14
         }
         Label {
+            id: words
             Layout.fillWidth: banner.detail.length === 0
             Layout.maximumWidth: Math.ceil(implicitWidth) + 1
             text: banner.text
             font: banner.detail.length > 0 ? Theme.secondaryBold : Theme.secondary
             color: banner.toneColors.ink
+            wrapMode: banner.wraps ? Text.Wrap : Text.NoWrap
+            elide: banner.wraps ? Text.ElideNone : Text.ElideRight
             Accessible.ignored: true
         }
         Label {

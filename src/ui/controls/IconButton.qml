@@ -12,6 +12,8 @@ T.Button {
     property real iconSize: 16
     // Filled with the accent: the one main action of its region.
     property bool primary: false
+    // What it opened stands beside it.
+    property bool opened: false
     // Before the text size is applied; never below 24.
     property real side: 28
 
@@ -46,7 +48,7 @@ T.Button {
     }
 
     HoverTip {
-        wanted: control.hovered || control.visualFocus
+        wanted: !control.opened && (control.hovered || control.visualFocus)
         text: control.text
         keys: control.keys
     }

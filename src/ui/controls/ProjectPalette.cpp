@@ -1,7 +1,6 @@
 #include "ui/controls/ProjectPalette.h"
 
-#include <QColor>
-
+#include <algorithm>
 #include <array>
 
 namespace Vesk::ProjectPalette
@@ -40,6 +39,15 @@ int laneOf(const ProjectCatalogEntry &entry, qsizetype position)
         return static_cast<int>(position % laneCount);
     }
     return laneForHex(*entry.colorHex);
+}
+
+ProjectColor colorOf(const QList<ProjectCatalogEntry> &entries, const QString &alias)
+{
+    const auto entry = std::ranges::find(entries, alias, &ProjectCatalogEntry::alias);
+    if (entry == entries.end())
+        return {};
+    const int lane = laneOf(*entry, entry - entries.begin());
+    return {lane, lane < 0 ? QColor(*entry->colorHex) : QColor()};
 }
 
 int nextLane(const QList<ProjectCatalogEntry> &entries)

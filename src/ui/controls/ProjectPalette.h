@@ -3,6 +3,7 @@
 
 #include "core/ProjectCatalog.h"
 
+#include <QColor>
 #include <QString>
 #include <QStringList>
 
@@ -20,6 +21,17 @@ inline constexpr int laneCount = 8;
 /** The lane that the project at `position` is shown in: its stored one, its position's without a stored
    colour, -1 for a colour of the user's own. */
 [[nodiscard]] int laneOf(const ProjectCatalogEntry &entry, qsizetype position);
+
+/** What a project is shown in. */
+struct ProjectColor {
+    int lane = 0;    ///< -1 for a colour of the user's own
+    QColor color {}; ///< that one
+
+    bool operator==(const ProjectColor &) const = default;
+};
+
+/** That of the project by its name; the first lane's for one that is not there. */
+[[nodiscard]] ProjectColor colorOf(const QList<ProjectCatalogEntry> &entries, const QString &alias);
 
 /** The lane for the next project: the first that none has, else by its position. */
 [[nodiscard]] int nextLane(const QList<ProjectCatalogEntry> &entries);

@@ -106,23 +106,12 @@ QString IssuesView::shownFolder() const
 
 int IssuesView::lane() const
 {
-    const auto &entries = m_runtime.catalogEntries();
-    for (qsizetype i = 0; i < entries.size(); ++i) {
-        if (entries[i].alias == alias()) {
-            return ProjectPalette::laneOf(entries[i], i);
-        }
-    }
-    return 0;
+    return ProjectPalette::colorOf(m_runtime.catalogEntries(), alias()).lane;
 }
 
 QColor IssuesView::color() const
 {
-    for (const auto &entry : m_runtime.catalogEntries()) {
-        if (entry.alias == alias()) {
-            return QColor(entry.colorHex.value_or(QString()));
-        }
-    }
-    return {};
+    return ProjectPalette::colorOf(m_runtime.catalogEntries(), alias()).color;
 }
 
 QStringList IssuesView::projects() const

@@ -112,27 +112,16 @@ struct WindowObjects : QObject {
     QTimer geometrySettled;
 };
 
-int laneOf(const Runtime &runtime, const QString &alias)
-{
-    const auto &entries = runtime.catalogEntries();
-    for (qsizetype i = 0; i < entries.size(); ++i) {
-        if (entries[i].alias == alias)
-            return std::max(0, ProjectPalette::laneOf(entries[i], i));
-    }
-    return 0;
-}
-
 void followVersionWindows(WindowObjects &objects, QQmlEngine &engine, Runtime &runtime)
 {
     const auto showSession = [&objects, &runtime](const QString &key) {
         objects.workspace.select(key);
         runtime.openMainWindow();
     };
-    objects.windows.setFactory(
-        ProjectWindows::Kind::Version, [&engine, &runtime, showSession](const QString &alias) {
-            return createVersionWindow(engine, runtime, alias,
-                                       {.lane = laneOf(runtime, alias), .showSession = showSession});
-        });
+    objects.windows.setFactory(ProjectWindows::Kind::Version,
+                               [&engine, &runtime, showSession](const QString &alias) {
+                                   return createVersionWindow(engine, runtime, alias, showSession);
+                               });
 }
 
 } // namespace

@@ -30,6 +30,14 @@ FocusScope {
 
     readonly property int currentRow: files.count > 0 ? files.rowOf(current) : -1
 
+    // Chosen elsewhere; a reading that leaves the choice moves nothing.
+    onCurrentRowChanged: {
+        if (currentRow >= 0 && current !== followed)
+            list.positionViewAtIndex(currentRow, ListView.Contain)
+        followed = current
+    }
+    property string followed
+
     ListView {
         id: list
         anchors.fill: parent
@@ -41,6 +49,7 @@ FocusScope {
         Accessible.role: Accessible.List
         Accessible.name: pane.label
 
+        TapHandler { onTapped: list.forceActiveFocus() }
         Keys.onReleased: pane.byKeys = true
         Keys.onPressed: event => {
             event.accepted = true

@@ -26,7 +26,7 @@ CommitDetail::CommitDetail(QObject *parent)
 }
 
 void CommitDetail::show(const QString &root, const std::optional<GitStatusReader::GitCommit> &commit,
-                        const QList<GitWorkingTree::Change> &changes)
+                        const GitCommitChanges::Listing &ofWorkTree)
 {
     const bool isSame = m_isShown && root == m_root
         && (commit ? std::optional(commit->hash) : std::nullopt)
@@ -39,7 +39,7 @@ void CommitDetail::show(const QString &root, const std::optional<GitStatusReader
         m_summaryTask.cancel();
         m_diffTask.cancel();
         m_body.clear();
-        m_sums.reset();
+        m_sums = m_commit ? std::nullopt : m_workTreeSums;
         m_files.setChanges({});
         m_filesNote.clear();
         m_filesFailed = false;
@@ -54,8 +54,7 @@ void CommitDetail::show(const QString &root, const std::optional<GitStatusReader
     Q_EMIT subjectChanged();
     Q_EMIT summaryChanged();
     if (!m_commit) {
-        loadSummary();
-        takeFiles({.changes = changes});
+        takeFiles(ofWorkTree);
     } else if (!isSame) { // a commit never changes
         loadSummary();
         loadFiles();
@@ -68,6 +67,15 @@ void CommitDetail::clear()
         show({}, std::nullopt, {});
     m_isShown = false;
     m_summaryTask.cancel();
+}
+
+void CommitDetail::setWorkTreeSums(const std::optional<GitSummary::Sums> &sums)
+{
+    m_workTreeSums = sums;
+    if (m_isShown && !m_commit) {
+        m_sums = sums;
+        Q_EMIT summaryChanged();
+    }
 }
 
 GitCommitChanges::Target CommitDetail::target() const
@@ -111,8 +119,7 @@ void CommitDetail::loadSummary()
         m_sums = summary.sums;
         Q_EMIT summaryChanged();
     };
-    m_summaryTask = m_commit ? GitSummary::load(target(), m_root, this, take)
-                             : GitSummary::loadWorkTree(m_root, this, take);
+    m_summaryTask = GitSummary::load(target(), m_root, this, take);
 }
 
 void CommitDetail::selectFile(const QString &path)
@@ -228,10 +235,10 @@ QString CommitDetail::patch() const
     if (!change || !patchReason().isEmpty())
         return {};
     using Kind = GitWorkingTree::Change::Kind;
-    const QString before = GitPath::shown(change->originalPath.value_or(change->path));
-    const QString after = GitPath::shown(change->path);
+    const QString before = GitPath::inPatch(u"a/", change->originalPath.value_or(change->path));
+    const QString after = GitPath::inPatch(u"b/", change->path);
     const Kind kind = change->kind();
-    QStringList lines {QStringLiteral("diff --git a/%1 b/%2").arg(before, after)};
+    QStringList lines {QStringLiteral("diff --git ") + before + u' ' + after};
     const auto &all = m_fileDiff.content.lines;
     const auto firstHunk = std::ranges::find(all, GitDiff::Line::Kind::Hunk, &GitDiff::Line::kind);
     const auto hunkRow = static_cast<int>(firstHunk - all.begin());
@@ -239,9 +246,9 @@ QString CommitDetail::patch() const
         lines.append(m_diff.textOf(0, hunkRow - 1));
     if (firstHunk != all.end()) {
         const bool isNew = kind == Kind::Added || kind == Kind::Untracked;
-        lines.append(isNew ? QStringLiteral("--- /dev/null") : QStringLiteral("--- a/") + before);
+        lines.append(isNew ? QStringLiteral("--- /dev/null") : QStringLiteral("--- ") + before);
         lines.append(kind == Kind::Deleted ? QStringLiteral("+++ /dev/null")
-                                           : QStringLiteral("+++ b/") + after);
+                                           : QStringLiteral("+++ ") + after);
         lines.append(m_diff.textOf(hunkRow, static_cast<int>(all.size()) - 1));
     }
     return lines.join(u'\n') + u'\n';

@@ -50,10 +50,12 @@ class CommitDetail : public QObject
 public:
     explicit CommitDetail(QObject *parent = nullptr);
 
-    /** The commit; without one the work tree, with its changes. */
+    /** The commit; without one the work tree, with what was read of its changes. */
     void show(const QString &root, const std::optional<GitStatusReader::GitCommit> &commit,
-              const QList<GitWorkingTree::Change> &changes);
+              const GitCommitChanges::Listing &ofWorkTree = {});
     void clear();
+    /** Stand in the head as long as the work tree is shown. */
+    void setWorkTreeSums(const std::optional<GitSummary::Sums> &sums);
 
     [[nodiscard]] bool isWorkTree() const { return !m_commit; }
     [[nodiscard]] QString title() const;
@@ -77,6 +79,7 @@ public:
 
     /** Shows the difference of one of the files. */
     Q_INVOKABLE void selectFile(const QString &path);
+    /** Those of a commit; the work tree's come with the next show(). */
     Q_INVOKABLE void retryFiles();
     Q_INVOKABLE void retryDiff();
     /** The difference that is shown, with a header that tools for patches understand. */
@@ -105,7 +108,7 @@ private:
     bool m_filesLoading = false;
     bool m_filesFailed = false;
     QString m_body;
-    std::optional<GitSummary::Sums> m_sums;
+    std::optional<GitSummary::Sums> m_sums, m_workTreeSums;
     QString m_path;
     DiffModel m_diff;
     GitDiff::FileDiff m_fileDiff;

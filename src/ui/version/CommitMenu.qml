@@ -11,7 +11,6 @@ Menu {
 
     MenuRow {
         text: "번호 복사"
-        iconName: "copy"
         keys: "Ctrl C"
         onTriggered: menu.copyAsked(menu.row.hash)
     }

@@ -69,25 +69,15 @@ Item {
         ground: row.ground
         opacity: row.dimmed ? 0.4 : 1
     }
-    Row {
+    RefChips {
         id: chips
         x: row.columns.subjectX
         height: parent.height
-        spacing: 6
         opacity: row.dimmed ? 0.4 : 1
-
-        Repeater {
-            model: row.names
-
-            delegate: RefChip {
-                required property var modelData
-
-                anchors.verticalCenter: chips.verticalCenter
-                name: modelData.name
-                kind: modelData.kind
-                lane: row.picture.lane
-            }
-        }
+        names: row.names
+        most: row.columns.mostNames
+        room: row.columns.subject
+        lane: row.picture.lane
     }
     Label {
         anchors.left: chips.right
@@ -101,6 +91,7 @@ Item {
     Label {
         x: row.columns.authorX
         width: row.columns.author - 8
+        visible: row.columns.author > 0
         height: parent.height
         text: row.author
         font: Theme.secondary
@@ -110,6 +101,7 @@ Item {
     Label {
         x: row.columns.hashX
         width: row.columns.hash - 8
+        visible: row.columns.hash > 0
         height: parent.height
         text: row.shortHash
         font: Theme.codeSmall
@@ -119,6 +111,7 @@ Item {
     Label {
         x: row.columns.dateX
         width: row.columns.date
+        visible: row.columns.date > 0
         height: parent.height
         text: row.date
         font: Theme.secondary

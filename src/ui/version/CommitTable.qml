@@ -19,8 +19,6 @@ FocusScope {
     readonly property real rowHeight: Theme.px(26)
     readonly property int currentRow: count > 0 ? commits.rowOf(view.selected) : -1
     readonly property int count: commits.count
-    readonly property real pull: Math.max(0, -list.verticalOvershoot)
-    readonly property real pullNeeded: 64
 
     // Which row stood at the top, and how far it was scrolled out.
     property string anchorHash
@@ -56,15 +54,12 @@ FocusScope {
         clip: true
         reuseItems: true
         boundsBehavior: Flickable.DragOverBounds
-        bottomMargin: more.visible ? more.height : 0
+        bottomMargin: table.view.truncated ? more.implicitHeight : 0
         model: table.commits
         Accessible.role: Accessible.Table
         Accessible.name: "커밋"
 
-        onDragEnded: {
-            if (table.pull >= table.pullNeeded)
-                table.view.startFetch()
-        }
+        TapHandler { onTapped: list.forceActiveFocus() }
         Keys.onReleased: table.byKeys = true
         Keys.onPressed: event => {
             event.accepted = true
@@ -105,30 +100,30 @@ FocusScope {
             onMenuRequested: (x, y) => menu.setSource("CommitMenu.qml", { parent: line, x: x, y: y })
         }
     }
-    // No footer: the list cannot make one from a component that is bound to this file.
-    MoreRow {
-        id: more
-        parent: list.contentItem
-        y: list.originY + list.count * table.rowHeight
-        width: list.width
-        visible: table.view.truncated
-        text: table.view.countText
-        loading: table.view.loading
-        onTriggered: table.view.loadMore()
-    }
-    Label {
-        anchors.horizontalCenter: list.horizontalCenter
-        y: list.y + Math.max(4, (table.pull - height) / 2)
-        visible: table.pull > 8
-        text: table.pull >= table.pullNeeded ? "놓으면 원격을 확인합니다" : "당겨서 원격 확인"
-        font: Theme.secondary
-        color: table.pull >= table.pullNeeded ? Theme.accent : Theme.text3
-    }
-    // A wheel that goes on upwards at the top pulls as well.
-    WheelPull {
+    // Beside the list: within it the list would give its keys to the button that had them last.
+    Item {
         anchors.fill: list
-        needed: table.pullNeeded
-        atTop: list.atYBeginning
+        clip: true
+
+        MoreRow {
+            id: more
+
+            readonly property real place: list.originY + list.count * table.rowHeight - list.contentY
+
+            y: place
+            width: parent.width
+            visible: table.view.truncated && place < list.height
+            text: table.view.countText
+            loading: table.view.loading
+            onTriggered: {
+                table.view.loadMore()
+                list.forceActiveFocus()
+            }
+        }
+    }
+    PullArea {
+        anchors.fill: list
+        list: list
         onPulled: table.view.startFetch()
     }
     ScrollBar {

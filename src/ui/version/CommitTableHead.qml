@@ -27,16 +27,19 @@ Item {
     ColumnName {
         x: head.columns.authorX
         width: head.columns.author - 8
+        visible: head.columns.author > 0
         text: "작성자"
     }
     ColumnName {
         x: head.columns.hashX
         width: head.columns.hash - 8
+        visible: head.columns.hash > 0
         text: "번호"
     }
     ColumnName {
         x: head.columns.dateX
         width: head.columns.date
+        visible: head.columns.date > 0
         text: "때"
         horizontalAlignment: Text.AlignRight
     }
@@ -46,39 +49,42 @@ Item {
         height: parent.height
         value: head.columns.graph
         from: 40
-        to: Math.max(40, head.columns.room / 2)
+        to: Math.max(40, Math.min(head.columns.room / 2, head.columns.graph + head.columns.spare))
         label: "그래프 칸 너비"
         onMoved: value => head.columns.measures.graph = value
     }
     Splitter {
         x: head.columns.authorX - 7
         height: parent.height
-        value: head.columns.measures.author
+        visible: head.columns.author > 0
+        value: head.columns.author
         after: true
-        from: 48
-        to: 260
+        from: Theme.px(48)
+        to: Math.min(Theme.px(260), head.columns.author + head.columns.spare)
         label: "작성자 칸 너비"
-        onMoved: value => head.columns.measures.author = value
+        onMoved: value => head.columns.measures.author = value / Theme.scale
     }
     Splitter {
         x: head.columns.hashX - 7
         height: parent.height
-        value: head.columns.measures.hash
+        visible: head.columns.hash > 0
+        value: head.columns.hash
         after: true
-        from: 48
-        to: 320
+        from: Theme.px(48)
+        to: Math.min(Theme.px(320), head.columns.hash + head.columns.spare)
         label: "번호 칸 너비"
-        onMoved: value => head.columns.measures.hash = value
+        onMoved: value => head.columns.measures.hash = value / Theme.scale
     }
     Splitter {
         x: head.columns.dateX - 7
         height: parent.height
-        value: head.columns.measures.date
+        visible: head.columns.date > 0
+        value: head.columns.date
         after: true
-        from: 60
-        to: 240
+        from: Theme.px(60)
+        to: Math.min(Theme.px(240), head.columns.date + head.columns.spare)
         label: "때 칸 너비"
-        onMoved: value => head.columns.measures.date = value
+        onMoved: value => head.columns.measures.date = value / Theme.scale
     }
     Hairline {
         anchors.bottom: parent.bottom

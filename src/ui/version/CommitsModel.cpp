@@ -30,6 +30,23 @@ QVariantList namesOf(const GitCommit &commit, const CommitRows &content)
 
 } // namespace
 
+CommitRows commitRows(const QList<GitStatusReader::GraphRow> &rows, const GitStatusReader::RepoStatus &status)
+{
+    const QString head = status.rows.isEmpty() ? QString() : status.rows.first().commit.hash;
+    CommitRows content {.rows = rows,
+                        .pictures = graphPictures(rows, head),
+                        .lanes = laneCount(rows),
+                        .branch = status.branch,
+                        .branches = status.branches,
+                        .remotes = status.remotes,
+                        .changeCount = status.changes.size(),
+                        .changesAreRead = status.changesFailure.isEmpty()};
+    content.rowByHash.reserve(rows.size());
+    for (auto row = static_cast<int>(rows.size()); row > 0; --row)
+        content.rowByHash.insert(rows[row - 1].commit.hash, row);
+    return content;
+}
+
 CommitsModel::CommitsModel(QObject *parent)
     : QAbstractListModel(parent)
 {
@@ -89,8 +106,9 @@ QVariant CommitsModel::workTreeData(int role) const
     switch (role) {
     case Qt::DisplayRole:
     case SubjectRole:
-        return m_content.changeCount > 0 ? QStringLiteral("커밋 안 한 변경 %1개").arg(m_content.changeCount)
-                                         : QStringLiteral("커밋 안 한 변경이 없습니다");
+        return !m_content.changesAreRead ? QStringLiteral("커밋 안 한 변경을 읽지 못했습니다")
+            : m_content.changeCount > 0 ? QStringLiteral("커밋 안 한 변경 %1개").arg(m_content.changeCount)
+                                        : QStringLiteral("커밋 안 한 변경이 없습니다");
     case DateRole:
         return QStringLiteral("지금");
     case NamesRole:
@@ -136,10 +154,6 @@ void CommitsModel::setContent(const CommitRows &content)
         // Lanes and names of what stayed may be others now.
         Q_EMIT dataChanged(index(0), index(count() - 1));
     }
-    m_rowByHash.clear();
-    m_rowByHash.reserve(m_content.rows.size());
-    for (int row = count() - 1; row > 0; --row)
-        m_rowByHash.insert(m_content.rows[row - 1].commit.hash, row);
     findMatches();
     if (before.pictures.size() != content.pictures.size())
         Q_EMIT countChanged();
@@ -176,7 +190,7 @@ void CommitsModel::findMatches()
 
 int CommitsModel::rowOf(const QString &hash) const
 {
-    return hash.isEmpty() ? (count() > 0 ? 0 : -1) : m_rowByHash.value(hash, -1);
+    return hash.isEmpty() ? (count() > 0 ? 0 : -1) : m_content.rowByHash.value(hash, -1);
 }
 
 QString CommitsModel::hashAt(int row) const

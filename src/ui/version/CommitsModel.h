@@ -5,6 +5,7 @@
 #include "ui/version/GraphPicture.h"
 
 #include <QAbstractListModel>
+#include <QHash>
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
 
@@ -14,15 +15,20 @@ namespace Vesk
 /** A history with all that is drawn of it; equal ones look equal. */
 struct CommitRows {
     QList<GitStatusReader::GraphRow> rows {};
-    QList<GraphPicture> pictures {}; ///< one more than rows: the work tree's comes first
+    QHash<QString, int> rowByHash {}; ///< counted with the work tree's, which is 0
+    QList<GraphPicture> pictures {};  ///< one more than rows: the work tree's comes first
     int lanes = 1;
     QString branch {}; ///< with the next two: what tells the names of a row apart
     QStringList branches {};
     QStringList remotes {};
     qsizetype changeCount = 0; ///< in the work tree
+    bool changesAreRead = true;
 
     bool operator==(const CommitRows &) const = default;
 };
+
+[[nodiscard]] CommitRows commitRows(const QList<GitStatusReader::GraphRow> &rows,
+                                    const GitStatusReader::RepoStatus &status);
 
 /** Rows are known by their hash; the work tree's is empty. */
 class CommitsModel : public QAbstractListModel
@@ -84,7 +90,6 @@ private:
     [[nodiscard]] QVariant workTreeData(int role) const;
 
     CommitRows m_content;
-    QHash<QString, int> m_rowByHash;
     QString m_query;
     QList<int> m_matches; // ascending
 };

@@ -77,6 +77,7 @@ Item {
             id: more
             iconName: "more"
             text: "복사할 것"
+            opened: menu.item !== null
             onClicked: menu.setSource("DetailMenu.qml", { parent: more, detail: head.detail, y: more.height + 4 })
         }
         IconButton {

@@ -12,7 +12,6 @@ Menu {
 
     MenuRow {
         text: "번호 복사"
-        iconName: "copy"
         enabled: !menu.detail.isWorkTree
         onTriggered: menu.copyAsked(menu.detail.hash)
     }

@@ -90,7 +90,7 @@ FocusScope {
             width: parent.width - 24
             visible: pane.detail.filesFailed
             text: pane.detail.filesNote
-            onRetryTriggered: pane.detail.retryFiles()
+            onRetryTriggered: pane.detail.isWorkTree ? pane.view.reload() : pane.detail.retryFiles()
             onCopyTriggered: pane.view.copy(text)
         }
     }

@@ -132,15 +132,21 @@ void DiffModel::take(const GitDiff::FileDiff &diff)
     m_omission = VersionWords::omission(diff);
     m_hunks.clear();
     m_longestLine.clear();
+    m_longestIsCut = false;
     qsizetype most = 0;
+    qint64 lastLine = 0;
     for (int row = 0; row < m_lines.size(); ++row) {
         if (m_lines[row].kind == Line::Kind::Hunk)
             m_hunks.append(row);
+        lastLine =
+            std::max({lastLine, m_lines[row].oldNumber.value_or(0), m_lines[row].newNumber.value_or(0)});
         if (const qsizetype columns = columnsOf(m_lines[row].text); columns > most) {
             most = columns;
             m_longestLine = m_lines[row].text;
+            m_longestIsCut = m_lines[row].clippedBytes > 0;
         }
     }
+    m_digits = static_cast<int>(QString::number(lastLine).size());
 }
 
 void DiffModel::reset(const GitDiff::FileDiff &diff)

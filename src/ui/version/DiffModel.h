@@ -19,6 +19,9 @@ class DiffModel : public QAbstractListModel
     Q_PROPERTY(int hunkCount READ hunkCount NOTIFY changed)
     /** The line that takes the most room, for its width. */
     Q_PROPERTY(QString longestLine READ longestLine NOTIFY changed)
+    Q_PROPERTY(bool longestIsCut READ longestIsCut NOTIFY changed)
+    /** Of the largest number of a line. */
+    Q_PROPERTY(int digits READ digits NOTIFY changed)
 
 public:
     enum class RowKind { Meta, Hunk, Context, Added, Removed, NoNewline, Omission };
@@ -43,6 +46,8 @@ public:
     [[nodiscard]] int count() const;
     [[nodiscard]] int hunkCount() const { return static_cast<int>(m_hunks.size()); }
     [[nodiscard]] const QString &longestLine() const { return m_longestLine; }
+    [[nodiscard]] bool longestIsCut() const { return m_longestIsCut; }
+    [[nodiscard]] int digits() const { return m_digits; }
 
     /** Another file: the view begins at its top. */
     void reset(const GitDiff::FileDiff &diff);
@@ -67,6 +72,8 @@ private:
     QString m_omission;
     QList<int> m_hunks; // their rows
     QString m_longestLine;
+    bool m_longestIsCut = false;
+    int m_digits = 1;
 };
 
 } // namespace Vesk

@@ -18,9 +18,10 @@ FocusScope {
 
     readonly property int first: Math.min(row, anchor)
     readonly property int last: Math.max(row, anchor)
-    readonly property real numbersWidth: Theme.px(42) * 2 + Theme.px(20)
+    readonly property int numberWidth: Theme.px(Math.max(42, 10 + 8 * diff.digits))
+    readonly property real numbersWidth: numberWidth * 2 + Theme.px(20)
     readonly property real textRoom: width - numbersWidth
-    readonly property real mostScrolled: Math.max(0, ruler.textWidth + 24 - textRoom)
+    readonly property real mostScrolled: Math.max(0, ruler.textWidth + (diff.longestIsCut ? Theme.px(110) : 24) - textRoom)
 
     signal copyAsked(string text)
     signal backTriggered()
@@ -87,6 +88,7 @@ FocusScope {
         Accessible.role: Accessible.List
         Accessible.name: "변경 내용"
 
+        TapHandler { onTapped: list.forceActiveFocus() }
         Keys.onPressed: event => {
             event.accepted = true
             const shift = (event.modifiers & Qt.ShiftModifier) !== 0
@@ -121,6 +123,7 @@ FocusScope {
         delegate: DiffRow {
             chosen: list.activeFocus && index >= pane.first && index <= pane.last
             scrolled: pane.scrolled
+            numberWidth: pane.numberWidth
             onPicked: extend => {
                 list.forceActiveFocus()
                 pane.goTo(index, extend)
@@ -162,7 +165,7 @@ FocusScope {
         x: 16
         anchors.top: head.bottom
         anchors.topMargin: 8
-        visible: pane.detail.diffLoading && pane.diff.count === 0
+        visible: pane.detail.diffLoading && pane.diff.count === 0 && pane.detail.diffSentence.length === 0
         text: "변경 내용을 읽는 중"
         canCancel: false
     }

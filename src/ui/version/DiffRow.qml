@@ -16,12 +16,14 @@ Item {
     required property var emphasis
     property bool chosen: false
     property real scrolled: 0
+    property int numberWidth: Theme.px(42)
 
     readonly property bool isAdded: kind === DiffModel.Added
     readonly property bool isRemoved: kind === DiffModel.Removed
     readonly property bool isHunk: kind === DiffModel.Hunk
     readonly property bool isAside: kind === DiffModel.Meta || kind === DiffModel.NoNewline || kind === DiffModel.Omission
-    readonly property int numberWidth: Theme.px(42)
+    readonly property color ground: isAdded ? Theme.diffAdded : isRemoved ? Theme.diffRemoved
+        : isHunk ? Theme.diffHunk : Theme.canvas
 
     signal picked(bool extend)
 
@@ -39,8 +41,7 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        color: row.isAdded ? Theme.diffAdded : row.isRemoved ? Theme.diffRemoved
-            : row.isHunk ? Theme.diffHunk : "transparent"
+        color: row.ground
     }
     Rectangle {
         visible: row.chosen
@@ -94,14 +95,23 @@ Item {
             ink: row.isHunk ? Theme.diffHunkText : row.isAside ? Theme.text3 : Theme.text
             mark: row.isAdded ? Theme.diffAddedWords : Theme.diffRemovedWords
         }
-        Label {
-            x: words.textWidth - row.scrolled + 8
+        // Where the line ends, or at the edge as long as it ends beyond.
+        Rectangle {
+            x: Math.min(words.textWidth - row.scrolled, parent.width - width)
+            width: cut.implicitWidth + 22
             height: parent.height
             visible: row.clipped.length > 0
-            text: row.clipped
-            font: Theme.meta
-            color: Theme.warning
-            Accessible.ignored: true
+            color: row.ground
+
+            Label {
+                id: cut
+                x: 8
+                height: parent.height
+                text: row.clipped
+                font: Theme.meta
+                color: Theme.warning
+                Accessible.ignored: true
+            }
         }
     }
 }

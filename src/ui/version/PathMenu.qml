@@ -11,7 +11,6 @@ Menu {
 
     MenuRow {
         text: "경로 복사"
-        iconName: "copy"
         keys: "Ctrl C"
         onTriggered: menu.copyAsked(menu.row.path)
     }

@@ -9,12 +9,14 @@ Item {
     required property string name
     required property int kind
     required property int lane
+    property real widest: Theme.px(234)
 
     readonly property bool isHead: kind === RefKind.Head
     readonly property bool hasDot: kind === RefKind.Branch || kind === RefKind.Remote
     readonly property color laneColor: Theme.lane(lane)
 
-    implicitWidth: words.x + words.width + 7
+    // An elided name is narrower than what it was given.
+    implicitWidth: Math.ceil(words.x + Math.min(words.width, words.contentWidth) + 7)
     implicitHeight: Theme.px(18)
     Accessible.ignored: true
 
@@ -38,7 +40,7 @@ Item {
     Label {
         id: words
         x: chip.hasDot ? dot.x + dot.width + 4 : 7
-        width: Math.min(implicitWidth, Theme.px(220))
+        width: Math.max(0, Math.min(implicitWidth, chip.widest - x - 7))
         height: parent.height
         text: chip.name
         font: chip.isHead ? Theme.metaBold : Theme.codeSmall

@@ -92,7 +92,9 @@ QString reason(Kind kind, const RepoStatus &status)
             return QStringLiteral("충돌을 먼저 풀어야 합니다");
         [[fallthrough]];
     case Kind::Stash:
-        return status.changes.isEmpty() ? QStringLiteral("커밋 안 한 변경이 없습니다") : QString();
+        return !status.changesFailure.isEmpty() ? QStringLiteral("커밋 안 한 변경을 읽지 못했습니다")
+            : status.changes.isEmpty()          ? QStringLiteral("커밋 안 한 변경이 없습니다")
+                                                : QString();
     case Kind::Push:
         return !status.hasAnyRemote ? QStringLiteral("원격이 없습니다")
             : isDetached            ? QStringLiteral("지금 브랜치 위에 있지 않습니다")

@@ -9,6 +9,8 @@ FocusScope {
     id: foot
 
     required property VersionView view
+    // One button for all requests, where the list above would be left without room.
+    property bool compact: false
 
     signal asked(int kind)
 
@@ -32,6 +34,7 @@ FocusScope {
 
         Label {
             width: parent.width
+            visible: !foot.compact
             bottomPadding: 2
             text: "쓰기는 세션에 부탁합니다. 누르면 보낼 말을 고치고 세션을 고를 수 있습니다."
             font: Theme.meta
@@ -43,9 +46,10 @@ FocusScope {
         }
         RequestButton {
             width: parent.width
-            focus: true
+            focus: !foot.compact
             text: "커밋 부탁하기"
             iconName: "commit"
+            visible: !foot.compact
             reason: foot.reading >= 0 ? foot.view.requestReason(VersionRequests.Commit) : ""
             onClicked: foot.asked(VersionRequests.Commit)
         }
@@ -53,6 +57,7 @@ FocusScope {
             width: parent.width
             text: "푸시 부탁하기"
             iconName: "arrow-up"
+            visible: !foot.compact
             reason: foot.reading >= 0 ? foot.view.requestReason(VersionRequests.Push) : ""
             onClicked: foot.asked(VersionRequests.Push)
         }
@@ -60,16 +65,18 @@ FocusScope {
             width: parent.width
             text: "충돌 풀기 부탁하기"
             iconName: "version"
+            visible: !foot.compact
             reason: foot.reading >= 0 ? foot.view.requestReason(VersionRequests.Resolve) : ""
             onClicked: foot.asked(VersionRequests.Resolve)
         }
         RequestButton {
             id: others
             width: parent.width
-            text: "다른 부탁…"
+            focus: foot.compact
+            text: foot.compact ? "부탁하기…" : "다른 부탁…"
             iconName: "more"
             reason: foot.reading >= 0 ? foot.view.requestReason(VersionRequests.Any) : ""
-            onClicked: menu.setSource("RequestMenu.qml", { parent: others, view: foot.view })
+            onClicked: menu.setSource("RequestMenu.qml", { parent: others, view: foot.view, all: foot.compact })
         }
     }
     Loader {

@@ -23,7 +23,9 @@ FocusScope {
         anchors.rightMargin: 12
         spacing: 12
 
-        ProjectSquare { color: Theme.lane(header.view.lane) }
+        ProjectSquare {
+            color: header.view.lane >= 0 ? Theme.lane(header.view.lane) : header.view.color
+        }
         Label {
             Layout.maximumWidth: 360
             Layout.leftMargin: -4

@@ -84,6 +84,7 @@ FocusScope {
                 width: parent.width
                 visible: page.view.fetch.notice.length > 0
                 tone: page.view.fetch.isProblem ? "warning" : "success"
+                wraps: true
                 text: page.view.fetch.notice
                 onClosed: page.view.fetch.closeNotice()
             }
@@ -99,6 +100,10 @@ FocusScope {
                 actionText: "세션으로 가기"
                 onActionTriggered: page.view.goToSession(key)
                 onClosed: key = ""
+            }
+            FaultBanner {
+                width: parent.width
+                view: page.view
             }
             Banner {
                 width: parent.width

@@ -36,7 +36,7 @@ FocusScope {
         Label {
             x: 12
             anchors.verticalCenter: parent.verticalCenter
-            text: "변경 " + side.view.changes.count
+            text: side.view.changes.count > 0 ? "변경 " + side.view.changes.count : "변경"
             font: Theme.secondaryBold
             color: Theme.text2
         }
@@ -69,7 +69,7 @@ FocusScope {
         width: parent.width - 24
         height: visible ? Theme.px(24) : 0
         visible: text.length > 0
-        text: side.view.changesNote.length > 0 ? side.view.changesNote : ""
+        text: side.view.changesNote
         font: Theme.meta
         color: Theme.text3
     }
@@ -78,8 +78,8 @@ FocusScope {
         anchors.topMargin: 4
         x: 12
         width: parent.width - 24
-        visible: side.view.state === VersionView.Ready && side.view.changes.count === 0
-        text: "커밋 안 한 변경이 없습니다"
+        visible: text.length > 0
+        text: side.view.changesSentence
         font: Theme.secondary
         color: Theme.text3
         wrapMode: Text.WordWrap
@@ -89,6 +89,7 @@ FocusScope {
         anchors.bottom: parent.bottom
         width: parent.width
         view: side.view
+        compact: side.height < Theme.px(500)
         onAsked: kind => side.asked(kind)
     }
 }

@@ -1,12 +1,15 @@
 #include "ui/version/VersionView.h"
 
 #include "app/Runtime.h"
+#include "base/FreedMemory.h"
+#include "ui/controls/ProjectPalette.h"
 
 #include <QClipboard>
 #include <QDir>
 #include <QGuiApplication>
 
 #include <algorithm>
+#include <utility>
 
 namespace Vesk
 {
@@ -17,19 +20,20 @@ namespace
 using namespace Qt::StringLiterals;
 using GitStatusReader::RepoStatus;
 
-constexpr int windowStep = 500;
+constexpr int firstWindow = 500;
+constexpr qsizetype longLook = 10'000; // commits and changes that are worth tidying up after
 constexpr int textSizeStep = 10;
 
-CommitRows rowsOf(const QList<GitStatusReader::GraphRow> &rows, const RepoStatus &status)
+/** A long one takes its time. */
+void letGo(VersionLook look)
 {
-    const QString head = status.rows.isEmpty() ? QString() : status.rows.first().commit.hash;
-    return {.rows = rows,
-            .pictures = graphPictures(rows, head),
-            .lanes = laneCount(rows),
-            .branch = status.branch,
-            .branches = status.branches,
-            .remotes = status.remotes,
-            .changeCount = status.changes.size()};
+    gitPool()->start([look = std::optional(std::move(look))]() mutable {
+        const qsizetype size = look->all.rows.size() + (look->status ? look->status->changes.size() : 0);
+        const bool isLong = size >= longLook;
+        look.reset();
+        if (isLong)
+            returnFreedMemory();
+    });
 }
 
 QString folderOf(const Runtime &runtime, const QString &alias)
@@ -41,7 +45,8 @@ QString folderOf(const Runtime &runtime, const QString &alias)
 
 } // namespace
 
-VersionLook readVersion(const GitSetting &setting, const QString &folder, int window)
+VersionLook readVersion(const GitSetting &setting, const QString &folder, int window,
+                        const VersionLook &before)
 {
     VersionLook look {.isFolderThere = QDir(folder).exists(), .status = failure(ErrorKind::NotFound, folder)};
     if (!look.isFolderThere)
@@ -49,10 +54,13 @@ VersionLook readVersion(const GitSetting &setting, const QString &folder, int wi
     look.status = GitStatusReader::read(setting, folder, window);
     if (!look.status)
         return look;
-    look.branch = rowsOf(look.status->rows, *look.status);
-    look.all = rowsOf(look.status->graphRows, *look.status);
-    if (!look.status->changes.isEmpty())
-        look.sums = GitSummary::readWorkTree(setting, look.status->root).sums;
+    if (before.status && *before.status == *look.status) {
+        look = before;
+        look.isNew = false;
+        return look;
+    }
+    look.branch = commitRows(look.status->rows, *look.status);
+    look.all = commitRows(look.status->graphRows, *look.status);
     return look;
 }
 
@@ -65,13 +73,12 @@ bool lastTurnUsedTools(const QList<ChatMessage> &rows)
     return false;
 }
 
-VersionView::VersionView(Runtime &runtime, QString alias, int lane, QObject *parent)
+VersionView::VersionView(Runtime &runtime, QString alias, QObject *parent)
     : QObject(parent)
     , m_runtime(runtime)
     , m_alias(std::move(alias))
     , m_folder(folderOf(runtime, m_alias))
-    , m_lane(lane)
-    , m_window(windowStep)
+    , m_window(firstWindow)
     , m_requests(runtime, m_alias)
     , m_measures(runtime.preferences())
 {
@@ -82,10 +89,21 @@ VersionView::VersionView(Runtime &runtime, QString alias, int lane, QObject *par
         if (chat->alias() == m_alias)
             follow(*chat);
     });
+    connect(&runtime, &Runtime::catalogEntriesChanged, this, &VersionView::projectChanged);
     connect(&m_fetch, &VersionFetch::ended, this, &VersionView::reload);
 }
 
 VersionView::~VersionView() = default;
+
+int VersionView::lane() const
+{
+    return ProjectPalette::colorOf(m_runtime.catalogEntries(), m_alias).lane;
+}
+
+QColor VersionView::color() const
+{
+    return ProjectPalette::colorOf(m_runtime.catalogEntries(), m_alias).color;
+}
 
 void VersionView::follow(ProjectChat &chat)
 {
@@ -105,8 +123,8 @@ void VersionView::reload()
     Q_EMIT loadingChanged();
     m_task = startGitTask(
         this,
-        [folder = m_folder, window = m_window](const GitSetting &setting) {
-            return readVersion(setting, folder, window);
+        [folder = m_folder, window = m_window, before = m_look](const GitSetting &setting) {
+            return readVersion(setting, folder, window, before);
         },
         [this](const VersionLook &look) {
             m_loading = false;
@@ -122,7 +140,7 @@ void VersionView::cancelLoading()
     m_task.cancel();
     m_loading = false;
     m_reloadWanted = false;
-    m_window = std::max(m_status.window, windowStep);
+    m_window = std::max(status().window, firstWindow);
     if (m_state == State::Loading) {
         m_state = State::Unreadable;
         m_failure = u"읽기를 그만두었습니다"_s;
@@ -133,7 +151,8 @@ void VersionView::cancelLoading()
 
 void VersionView::loadMore()
 {
-    m_window = std::max(m_window, m_status.window) + windowStep;
+    // Twice as many: the whole of a long history is a few steps away.
+    m_window = 2 * std::max(status().window, firstWindow);
     reload();
 }
 
@@ -160,59 +179,84 @@ void VersionView::take(const VersionLook &look)
     const bool stateIsOther = state != m_state;
     m_state = state;
     m_readAt = QDateTime::currentDateTime();
-    const RepoStatus status = look.status.value_or(RepoStatus());
-    const bool isOther = status != m_status || look.sums != m_sums;
-    if (isOther) {
-        m_status = status;
-        m_sums = look.sums;
-        m_branchRows = look.branch;
-        m_allRows = look.all;
-        m_changes.setChanges(m_status.changes);
+    if (look.isNew) {
+        VersionLook old = std::exchange(m_look, look);
+        m_changes.setChanges(status().changes);
         showRows();
+        letGo(std::move(old));
+    } else {
+        letGo(look);
     }
     if (!isReady()) {
         m_hasSelection = false;
         m_selected.clear();
         m_detail.clear();
+        m_sumsTask.cancel();
+        m_sums.reset();
     } else if (!m_hasSelection) {
         m_hasSelection = true;
-        m_selected = m_status.changes.isEmpty() && !m_status.rows.isEmpty()
-            ? m_status.rows.first().commit.hash
+        m_selected = status().changes.isEmpty() && !status().rows.isEmpty()
+            ? status().rows.first().commit.hash
             : QString();
         Q_EMIT selectionChanged();
     }
-    if (isReady())
+    if (isReady()) {
         showSelected();
+        readSums();
+    }
     if (stateIsOther || !isReady())
         Q_EMIT stateChanged();
     Q_EMIT statusChanged();
 }
 
+void VersionView::readSums()
+{
+    const auto take = [this](const std::optional<GitSummary::Sums> &sums) {
+        m_sums = sums;
+        m_detail.setWorkTreeSums(sums);
+        Q_EMIT statusChanged();
+    };
+    m_sumsTask.cancel();
+    if (status().changes.isEmpty())
+        take(std::nullopt);
+    else // after the rest: of large files it takes long
+        m_sumsTask = GitSummary::loadWorkTree(
+            status().root, this, [take](const GitSummary::Summary &summary) { take(summary.sums); });
+}
+
 void VersionView::showRows()
 {
     Q_EMIT rowsAboutToChange();
-    m_commits.setContent(m_allBranches ? m_allRows : m_branchRows);
+    m_commits.setContent(m_allBranches ? m_look.all : m_look.branch);
     Q_EMIT rowsChanged();
 }
 
 void VersionView::showSelected()
 {
     if (m_selected.isEmpty()) {
-        m_detail.show(m_status.root, std::nullopt, m_status.changes);
+        const QString &failure = status().changesFailure;
+        m_detail.show(status().root, std::nullopt,
+                      {.changes = status().changes,
+                       .isClipped = status().changesTruncated,
+                       .failure = failure.isEmpty() ? std::nullopt : std::optional(failure)});
     } else if (const auto *commit = findCommit(m_selected)) {
-        m_detail.show(m_status.root, *commit, {});
+        m_detail.show(status().root, *commit);
     } // what has left the window of commits stays as it was read
 }
 
 const GitStatusReader::GitCommit *VersionView::findCommit(const QString &hash) const
 {
-    for (const auto *rows : {&m_status.graphRows, &m_status.rows}) {
-        const auto found = std::ranges::find(
-            *rows, hash, [](const auto &row) -> const QString & { return row.commit.hash; });
-        if (found != rows->end())
-            return &found->commit;
+    for (const CommitRows *content : {&m_look.all, &m_look.branch}) {
+        if (const int row = content->rowByHash.value(hash); row > 0)
+            return &content->rows[row - 1].commit;
     }
     return nullptr;
+}
+
+const RepoStatus &VersionView::status() const
+{
+    static const RepoStatus none;
+    return m_look.status ? *m_look.status : none;
 }
 
 void VersionView::setAllBranches(bool all)
@@ -243,7 +287,7 @@ void VersionView::selectChange(const QString &path)
 void VersionView::startFetch()
 {
     if (isReady())
-        m_fetch.start(m_status.root, m_status.hasAnyRemote);
+        m_fetch.start(status().root, status().hasAnyRemote);
 }
 
 QString VersionView::stateText() const
@@ -271,32 +315,60 @@ QString VersionView::branch() const
 {
     if (!isReady())
         return {};
-    if (!m_status.branch.isEmpty())
-        return m_status.branch;
-    return m_status.rows.isEmpty() ? u"아직 커밋 없음"_s
-                                   : m_status.rows.first().commit.hash.left(8) + u" (브랜치 아님)"_s;
+    if (!status().branch.isEmpty())
+        return status().branch;
+    return status().rows.isEmpty() ? u"아직 커밋 없음"_s
+                                   : status().rows.first().commit.hash.left(8) + u" (브랜치 아님)"_s;
 }
 
 QString VersionView::aheadText() const
 {
-    return m_status.hasRemote ? QString::number(m_status.ahead) : QString();
+    return status().hasRemote ? QString::number(status().ahead) : QString();
 }
 
 QString VersionView::behindText() const
 {
-    return m_status.hasRemote ? QString::number(m_status.behind) : QString();
+    return status().hasRemote ? QString::number(status().behind) : QString();
 }
 
 QString VersionView::trackingNote() const
 {
-    return !isReady() || m_status.hasRemote ? QString()
-        : m_status.hasAnyRemote             ? u"추적하는 원격 브랜치 없음"_s
+    return !isReady() || status().hasRemote ? QString()
+        : status().hasAnyRemote             ? u"추적하는 원격 브랜치 없음"_s
                                             : u"원격 없음"_s;
 }
 
 QString VersionView::changesNote() const
 {
-    return m_status.changesTruncated ? u"변경이 더 있지만 여기까지만 읽었습니다"_s : QString();
+    return status().changesTruncated ? u"변경이 더 있지만 여기까지만 읽었습니다"_s : QString();
+}
+
+QString VersionView::changesSentence() const
+{
+    if (!isReady() || !status().changes.isEmpty())
+        return {};
+    return status().changesFailure.isEmpty() ? u"커밋 안 한 변경이 없습니다"_s
+                                             : u"커밋 안 한 변경을 읽지 못했습니다"_s;
+}
+
+QString VersionView::faultBanner() const
+{
+    if (!isReady() || faultText().isEmpty())
+        return {};
+    return status().historyFailure.isEmpty() ? u"변경을 읽지 못했습니다"_s
+        : status().changesFailure.isEmpty()  ? u"커밋을 읽지 못했습니다"_s
+                                             : u"커밋과 변경을 읽지 못했습니다"_s;
+}
+
+QString VersionView::faultText() const
+{
+    return status().historyFailure.isEmpty() ? status().changesFailure : status().historyFailure;
+}
+
+QString VersionView::faultDetail() const
+{
+    const QString text = faultText();
+    return text.mid(text.lastIndexOf(u'\n') + 1);
 }
 
 QString VersionView::addedText() const
@@ -311,30 +383,30 @@ QString VersionView::removedText() const
 
 QString VersionView::headBanner() const
 {
-    return m_allBranches && GitStatusReader::headOutsideGraph(m_status.rows, m_status.graphRows)
+    return m_allBranches && GitStatusReader::headOutsideGraph(status().rows, status().graphRows)
         ? u"지금 HEAD가 가리키는 커밋은 이 그래프에 보이지 않습니다"_s
         : QString();
 }
 
 bool VersionView::truncated() const
 {
-    return m_allBranches ? m_status.graphTruncated : m_status.truncated;
+    return m_allBranches ? status().graphTruncated : status().truncated;
 }
 
 QString VersionView::countText() const
 {
-    const qsizetype count = (m_allBranches ? m_status.graphRows : m_status.rows).size();
+    const qsizetype count = (m_allBranches ? status().graphRows : status().rows).size();
     return u"최근 커밋 %1개까지 보입니다"_s.arg(count);
 }
 
 QString VersionView::draft(VersionRequests::Kind kind) const
 {
-    return RequestDrafts::draft(static_cast<RequestDrafts::Kind>(kind), m_status);
+    return RequestDrafts::draft(static_cast<RequestDrafts::Kind>(kind), status());
 }
 
 QString VersionView::requestReason(VersionRequests::Kind kind) const
 {
-    return isReady() ? RequestDrafts::reason(static_cast<RequestDrafts::Kind>(kind), m_status)
+    return isReady() ? RequestDrafts::reason(static_cast<RequestDrafts::Kind>(kind), status())
                      : u"저장소를 읽은 다음에 부탁할 수 있습니다"_s;
 }
 

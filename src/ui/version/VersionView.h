@@ -10,6 +10,7 @@
 #include "ui/version/VersionMeasures.h"
 #include "ui/version/VersionRequests.h"
 
+#include <QColor>
 #include <QDateTime>
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
@@ -26,13 +27,15 @@ class Runtime;
 /** One reading of the repository, on a git thread, with all that is worked out of it. */
 struct VersionLook {
     bool isFolderThere = false;
-    Result<GitStatusReader::RepoStatus> status;
+    bool isNew = true; ///< another one than the look before
+    Result<GitStatusReader::RepoStatus> status = failure(ErrorKind::Unavailable, {});
     CommitRows branch {}; ///< of HEAD alone
     CommitRows all {};    ///< of every branch and tag
-    std::optional<GitSummary::Sums> sums {};
 };
 
-[[nodiscard]] VersionLook readVersion(const GitSetting &setting, const QString &folder, int window);
+/** What is equal to the look `before` is that one, not a copy. */
+[[nodiscard]] VersionLook readVersion(const GitSetting &setting, const QString &folder, int window,
+                                      const VersionLook &before = {});
 
 /**
  * One for each window. The repository is read again when the window becomes active, after a fetch, and after
@@ -45,7 +48,9 @@ class VersionView : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("made with the version window")
     Q_PROPERTY(QString alias READ alias CONSTANT)
-    Q_PROPERTY(int lane READ lane CONSTANT)
+    /** Of the project's colour; -1 for one of the user's own, which is `color`. */
+    Q_PROPERTY(int lane READ lane NOTIFY projectChanged)
+    Q_PROPERTY(QColor color READ color NOTIFY projectChanged)
     Q_PROPERTY(State state READ state NOTIFY stateChanged)
     /** In place of the table when there is none. */
     Q_PROPERTY(QString stateText READ stateText NOTIFY stateChanged)
@@ -56,6 +61,13 @@ class VersionView : public QObject
     Q_PROPERTY(QString behindText READ behindText NOTIFY statusChanged)
     Q_PROPERTY(QString trackingNote READ trackingNote NOTIFY statusChanged)
     Q_PROPERTY(QString changesNote READ changesNote NOTIFY statusChanged)
+    /** In place of the changes when there are none. */
+    Q_PROPERTY(QString changesSentence READ changesSentence NOTIFY statusChanged)
+    /** What of the repository could not be read; empty when all could. */
+    Q_PROPERTY(QString faultBanner READ faultBanner NOTIFY statusChanged)
+    /** Git's words for it, and the last line of them, which says most. */
+    Q_PROPERTY(QString faultText READ faultText NOTIFY statusChanged)
+    Q_PROPERTY(QString faultDetail READ faultDetail NOTIFY statusChanged)
     Q_PROPERTY(QString addedText READ addedText NOTIFY statusChanged)
     Q_PROPERTY(QString removedText READ removedText NOTIFY statusChanged)
     Q_PROPERTY(QString headBanner READ headBanner NOTIFY statusChanged)
@@ -74,11 +86,12 @@ public:
     enum class State { Loading, Ready, NoGit, NoRepository, FolderGone, Unreadable };
     Q_ENUM(State)
 
-    VersionView(Runtime &runtime, QString alias, int lane, QObject *parent = nullptr);
+    VersionView(Runtime &runtime, QString alias, QObject *parent = nullptr);
     ~VersionView() override;
 
     [[nodiscard]] const QString &alias() const { return m_alias; }
-    [[nodiscard]] int lane() const { return m_lane; }
+    [[nodiscard]] int lane() const;
+    [[nodiscard]] QColor color() const;
     [[nodiscard]] State state() const { return m_state; }
     [[nodiscard]] QString stateText() const;
     [[nodiscard]] bool loading() const { return m_loading; }
@@ -89,6 +102,10 @@ public:
     /** Why there is no telling what is ahead and behind; empty when there is. */
     [[nodiscard]] QString trackingNote() const;
     [[nodiscard]] QString changesNote() const;
+    [[nodiscard]] QString changesSentence() const;
+    [[nodiscard]] QString faultBanner() const;
+    [[nodiscard]] QString faultText() const;
+    [[nodiscard]] QString faultDetail() const;
     [[nodiscard]] QString addedText() const;
     [[nodiscard]] QString removedText() const;
     [[nodiscard]] QString headBanner() const;
@@ -125,6 +142,7 @@ public:
     Q_INVOKABLE void goToSession(const QString &key) const;
 
 Q_SIGNALS:
+    void projectChanged();
     void stateChanged();
     void loadingChanged();
     void statusChanged();
@@ -136,16 +154,17 @@ Q_SIGNALS:
 private:
     void take(const VersionLook &look);
     void follow(ProjectChat &chat);
+    void readSums();
     void showRows();
     void showSelected();
     [[nodiscard]] State stateOf(const VersionLook &look) const;
+    [[nodiscard]] const GitStatusReader::RepoStatus &status() const;
     [[nodiscard]] bool isReady() const { return m_state == State::Ready; }
     [[nodiscard]] const GitStatusReader::GitCommit *findCommit(const QString &hash) const;
 
     Runtime &m_runtime;
     QString m_alias;
     QString m_folder;
-    int m_lane;
     State m_state = State::Loading;
     QString m_failure;
     int m_window;
@@ -155,10 +174,9 @@ private:
     bool m_hasSelection = false;
     QString m_selected;
     QDateTime m_readAt;
-    GitStatusReader::RepoStatus m_status;
-    CommitRows m_branchRows, m_allRows;
-    std::optional<GitSummary::Sums> m_sums;
-    GitTask m_task;
+    VersionLook m_look;
+    std::optional<GitSummary::Sums> m_sums; // of the work tree
+    GitTask m_task, m_sumsTask;
     CommitsModel m_commits;
     ChangesModel m_changes;
     CommitDetail m_detail;

@@ -21,10 +21,10 @@ Q_LOGGING_CATEGORY(lcVersion, "vesk.version")
 } // namespace
 
 std::unique_ptr<QQuickWindow> createVersionWindow(QQmlEngine &engine, Runtime &runtime, const QString &alias,
-                                                  VersionWindowSetting setting)
+                                                  std::function<void(const QString &)> showSession)
 {
-    auto view = std::make_unique<VersionView>(runtime, alias, setting.lane);
-    view->showSession = std::move(setting.showSession);
+    auto view = std::make_unique<VersionView>(runtime, alias);
+    view->showSession = std::move(showSession);
     QQmlComponent component(&engine, QUrl(u"qrc:/qt/qml/Vesk/Version/VersionWindow.qml"_s));
     // Qt 6.4 crashes when it is given properties for a component that could not be compiled.
     std::unique_ptr<QObject> object(component.isReady() ? component.createWithInitialProperties(
@@ -39,7 +39,7 @@ std::unique_ptr<QQuickWindow> createVersionWindow(QQmlEngine &engine, Runtime &r
     static_cast<void>(object.release());
     QObject::connect(window.get(), &QWindow::activeChanged, view.get(),
                      [view = view.get(), window = window.get()] {
-                         if (window->isActive())
+                         if (window->isActive() && view->state() != VersionView::State::Loading)
                              view->reload();
                      });
     view->reload();

@@ -14,16 +14,10 @@ namespace Vesk
 
 class Runtime;
 
-/** What the window cannot know by itself. */
-struct VersionWindowSetting {
-    int lane = 0;                                                  ///< the project's colour
-    std::function<void(const QString &sessionKey)> showSession {}; ///< brings a session into view
-};
-
 /** A hidden window for a project of the catalog; null, with the reasons in the log, when it cannot be made.
- */
-[[nodiscard]] std::unique_ptr<QQuickWindow> createVersionWindow(QQmlEngine &engine, Runtime &runtime,
-                                                                const QString &alias,
-                                                                VersionWindowSetting setting = {});
+    `showSession` brings a session into view. */
+[[nodiscard]] std::unique_ptr<QQuickWindow>
+createVersionWindow(QQmlEngine &engine, Runtime &runtime, const QString &alias,
+                    std::function<void(const QString &sessionKey)> showSession = {});
 
 } // namespace Vesk
