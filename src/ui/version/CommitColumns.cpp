@@ -16,7 +16,7 @@ constexpr qreal leastGraph = 72;
 constexpr qreal leastSubject = 160;
 constexpr qreal columnGap = 12;
 constexpr qreal endInset = 16;
-constexpr qreal roomForManyNames = 300; // of the subject
+constexpr qreal roomForManyNames = 480; // of the subject
 
 } // namespace
 
