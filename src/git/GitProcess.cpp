@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <limits>
+#include <mutex>
 #include <utility>
 
 namespace Vesk::GitProcess
@@ -173,10 +174,13 @@ std::optional<QString> resolve(const QString &tool, const QStringList &candidate
 
 std::optional<QString> gitURL()
 {
-    static const std::optional<QString> url =
-        resolve(QStringLiteral("git"),
-                {QStringLiteral("/usr/bin/git"), QStringLiteral("/opt/homebrew/bin/git"),
-                 QStringLiteral("/usr/local/bin/git")});
+    static std::mutex guard;
+    static std::optional<QString> url;
+    const std::lock_guard lock(guard);
+    if (!url) // or it may have been installed since
+        url = resolve(QStringLiteral("git"),
+                      {QStringLiteral("/usr/bin/git"), QStringLiteral("/opt/homebrew/bin/git"),
+                       QStringLiteral("/usr/local/bin/git")});
     return url;
 }
 

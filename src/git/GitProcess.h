@@ -47,7 +47,7 @@ struct CappedOutput {
 /** The first candidate that is an executable file, else what a login shell says of `tool`. Blocks. */
 [[nodiscard]] std::optional<QString> resolve(const QString &tool, const QStringList &candidates);
 
-/** Where git is, looked for once in the life of the process. Blocks. */
+/** Where git is, looked for until it has been found once. Blocks. */
 [[nodiscard]] std::optional<QString> gitURL();
 
 /** Runs to the end and reads everything. Blocks, so for pool threads. Leaves no file behind. */

@@ -236,6 +236,10 @@ private Q_SLOTS:
         model.reset(GitDiff::parse("@@ -0,0 +1 @@\n+" + QByteArray(1001, 'x') + '\n'));
         QVERIFY(model.longestIsCut());
         QCOMPARE(VersionWords::clipped(4000), u"+4,000바이트"_s);
+        model.reset(GitDiff::parse("new file mode 100644\nindex 0000000..e69de29\n"));
+        QCOMPARE(model.index(1).data().toString(), u"내용이 없는 파일입니다"_s);
+        model.reset(GitDiff::parse("similarity index 100%\nrename from a\nrename to b\n"));
+        QCOMPARE(model.count(), 3);
         model.reset({});
         QCOMPARE(model.count(), 0);
     }

@@ -63,7 +63,7 @@ DiffModel::DiffModel(QObject *parent)
 
 int DiffModel::count() const
 {
-    return static_cast<int>(m_lines.size()) + (m_omission.isEmpty() ? 0 : 1);
+    return static_cast<int>(m_lines.size()) + (m_remark.isEmpty() ? 0 : 1);
 }
 
 int DiffModel::rowCount(const QModelIndex &parent) const
@@ -83,7 +83,7 @@ QVariant DiffModel::data(const QModelIndex &index, int role) const
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
         return {};
     if (index.row() == m_lines.size())
-        return omissionData(role);
+        return remarkData(role);
     const Line &line = m_lines[index.row()];
     switch (role) {
     case Qt::DisplayRole:
@@ -106,14 +106,14 @@ QVariant DiffModel::data(const QModelIndex &index, int role) const
     }
 }
 
-QVariant DiffModel::omissionData(int role) const
+QVariant DiffModel::remarkData(int role) const
 {
     switch (role) {
     case Qt::DisplayRole:
     case TextRole:
-        return m_omission;
+        return m_remark;
     case KindRole:
-        return static_cast<int>(RowKind::Omission);
+        return static_cast<int>(RowKind::Remark);
     case EmphasisRole:
         return QVariant::fromValue(QList<int>());
     case OldNumberRole:
@@ -129,7 +129,7 @@ QVariant DiffModel::omissionData(int role) const
 void DiffModel::take(const GitDiff::FileDiff &diff)
 {
     m_lines = diff.content.lines;
-    m_omission = VersionWords::omission(diff);
+    m_remark = VersionWords::remark(diff);
     m_hunks.clear();
     m_longestLine.clear();
     m_longestIsCut = false;
@@ -159,10 +159,10 @@ void DiffModel::reset(const GitDiff::FileDiff &diff)
 
 void DiffModel::update(const GitDiff::FileDiff &diff)
 {
-    const QString omission = VersionWords::omission(diff);
-    if (diff.content.lines == m_lines && omission == m_omission)
+    const QString remark = VersionWords::remark(diff);
+    if (diff.content.lines == m_lines && remark == m_remark)
         return;
-    if (omission.isEmpty() != m_omission.isEmpty()) {
+    if (remark.isEmpty() != m_remark.isEmpty()) {
         reset(diff);
         return;
     }

@@ -24,7 +24,7 @@ class DiffModel : public QAbstractListModel
     Q_PROPERTY(int digits READ digits NOTIFY changed)
 
 public:
-    enum class RowKind { Meta, Hunk, Context, Added, Removed, NoNewline, Omission };
+    enum class RowKind { Meta, Hunk, Context, Added, Removed, NoNewline, Remark };
     Q_ENUM(RowKind)
 
     enum Role {
@@ -66,10 +66,10 @@ Q_SIGNALS:
 
 private:
     void take(const GitDiff::FileDiff &diff);
-    [[nodiscard]] QVariant omissionData(int role) const;
+    [[nodiscard]] QVariant remarkData(int role) const;
 
     QList<GitDiff::Line> m_lines;
-    QString m_omission;
+    QString m_remark;
     QList<int> m_hunks; // their rows
     QString m_longestLine;
     bool m_longestIsCut = false;

@@ -21,14 +21,14 @@ Item {
     readonly property bool isAdded: kind === DiffModel.Added
     readonly property bool isRemoved: kind === DiffModel.Removed
     readonly property bool isHunk: kind === DiffModel.Hunk
-    readonly property bool isAside: kind === DiffModel.Meta || kind === DiffModel.NoNewline || kind === DiffModel.Omission
+    readonly property bool isAside: kind === DiffModel.Meta || kind === DiffModel.NoNewline || kind === DiffModel.Remark
     readonly property color ground: isAdded ? Theme.diffAdded : isRemoved ? Theme.diffRemoved
         : isHunk ? Theme.diffHunk : Theme.canvas
 
     signal picked(bool extend)
 
     width: ListView.view.width
-    height: kind === DiffModel.Omission ? Theme.px(28) : Theme.codeLine
+    height: kind === DiffModel.Remark ? Theme.px(28) : Theme.codeLine
     Accessible.role: Accessible.ListItem
     Accessible.name: (isAdded ? "추가 " + newNumber + " " : isRemoved ? "삭제 " + oldNumber + " " : "") + text
         + (clipped.length > 0 ? " " + clipped : "")

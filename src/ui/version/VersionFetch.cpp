@@ -2,6 +2,8 @@
 
 #include "git/PullToRefresh.h"
 
+#include <QRegularExpression>
+
 #include <chrono>
 
 namespace Vesk
@@ -38,7 +40,8 @@ void VersionFetch::take(const GitFetch::Outcome &outcome)
 {
     const auto notice = PullToRefresh::notice(outcome);
     m_running = false;
-    m_notice = notice.text;
+    static const QRegularExpression emptyLines(QStringLiteral("\\n\\s*\\n"));
+    m_notice = QString(notice.text).replace(emptyLines, QStringLiteral("\n"));
     m_isProblem = notice.isProblem;
     if (!m_isProblem)
         m_readLong.start();

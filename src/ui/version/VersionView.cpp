@@ -220,8 +220,11 @@ void VersionView::readSums()
     if (status().changes.isEmpty())
         take(std::nullopt);
     else // after the rest: of large files it takes long
-        m_sumsTask = GitSummary::loadWorkTree(
-            status().root, this, [take](const GitSummary::Summary &summary) { take(summary.sums); });
+        m_sumsTask =
+            GitSummary::loadWorkTree(status().root, this, [take](const GitSummary::Summary &summary) {
+                // Of new files alone there is nothing to count.
+                take(summary.sums != GitSummary::Sums() ? summary.sums : std::nullopt);
+            });
 }
 
 void VersionView::showRows()

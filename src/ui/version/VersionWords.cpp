@@ -52,6 +52,19 @@ QString omission(const GitDiff::FileDiff &diff)
     return parts.join(QStringLiteral(" · "));
 }
 
+QString remark(const GitDiff::FileDiff &diff)
+{
+    using Kind = GitDiff::Line::Kind;
+    bool isWholeFile = false;
+    for (const GitDiff::Line &line : diff.content.lines) {
+        if (line.kind != Kind::Meta)
+            return omission(diff);
+        isWholeFile |= line.text.startsWith(QStringLiteral("new file mode"))
+            || line.text.startsWith(QStringLiteral("deleted file mode"));
+    }
+    return isWholeFile ? QStringLiteral("내용이 없는 파일입니다") : omission(diff);
+}
+
 QString clipped(qsizetype bytes)
 {
     return bytes > 0 ? QStringLiteral("+%1바이트").arg(grouped(bytes)) : QString();

@@ -19,6 +19,9 @@ namespace Vesk::VersionWords
 /** What was left out below the last line of a diff; empty when nothing was. */
 [[nodiscard]] QString omission(const GitDiff::FileDiff &diff);
 
+/** What stands below the last line: what was left out, or that the file is empty; mostly nothing. */
+[[nodiscard]] QString remark(const GitDiff::FileDiff &diff);
+
 /** What was cut off a line, as in "+4,000바이트"; empty when nothing was. */
 [[nodiscard]] QString clipped(qsizetype bytes);
 
