@@ -117,6 +117,10 @@ private Q_SLOTS:
             ProjectPalette::laneOf({.alias = {}, .path = {}, .extraEnv = {}, .colorHex = u"teal-ish"_s}, 5),
             5);
         QCOMPARE(ProjectPalette::laneOf({.alias = {}, .path = {}, .extraEnv = {}, .colorHex = {}}, 9), 1);
+        entries.append({.alias = u"own"_s, .path = {}, .extraEnv = {}, .colorHex = u"#123456"_s});
+        QCOMPARE(ProjectPalette::colorOf(entries, u"own"_s),
+                 (ProjectPalette::ProjectColor {-1, QColor(0x12, 0x34, 0x56)}));
+        QCOMPARE(ProjectPalette::colorOf(entries, u"gone"_s), ProjectPalette::ProjectColor());
     }
 
     void shortenedPaths()

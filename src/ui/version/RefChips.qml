@@ -14,6 +14,10 @@ Row {
     required property int lane
 
     readonly property var hidden: names.slice(most)
+    readonly property bool hasHead: names.length > 0 && names[0].kind === RefKind.Head
+    // HEAD is short; the others share what the subject leaves.
+    readonly property real widest: Math.min(Theme.px(234), (room * 0.7 - (hasHead ? Theme.px(50) : 0))
+                                            / Math.max(1, Math.min(most, names.length) - (hasHead ? 1 : 0)))
 
     spacing: 6
 
@@ -27,7 +31,7 @@ Row {
             name: modelData.name
             kind: modelData.kind
             lane: chips.lane
-            widest: Math.min(Theme.px(234), chips.room * 0.7 / Math.min(chips.most, chips.names.length))
+            widest: modelData.kind === RefKind.Head ? Theme.px(60) : chips.widest
         }
     }
     Repeater {
