@@ -25,9 +25,17 @@ FocusScope {
     property real anchorOffset: -1
     // The ring is for who moves by keys.
     property bool byKeys: false
+    property real lastY: 0
 
     signal picked()
     signal opened()
+
+    // News above come and go; the rows that are looked at stay where they are.
+    onYChanged: {
+        if (list.contentY > list.originY)
+            list.contentY = Math.max(list.originY, list.contentY + y - lastY)
+        lastY = y
+    }
 
     function showRow(row: int): void {
         const bounded = Math.max(0, Math.min(count - 1, row))

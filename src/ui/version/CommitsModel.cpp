@@ -5,6 +5,7 @@
 #include "ui/version/VersionWords.h"
 
 #include <QDateTime>
+#include <QStringMatcher>
 
 #include <algorithm>
 
@@ -171,9 +172,9 @@ void CommitsModel::setQuery(const QString &query)
         Q_EMIT dataChanged(index(0), index(count() - 1), {DimmedRole});
 }
 
-bool CommitsModel::isMatch(const GitCommit &commit) const
+bool CommitsModel::isMatch(const GitCommit &commit, const QStringMatcher &matcher) const
 {
-    const auto holds = [this](const QString &text) { return text.contains(m_query, Qt::CaseInsensitive); };
+    const auto holds = [&matcher](const QString &text) { return matcher.indexIn(text) >= 0; };
     return holds(commit.subject) || holds(commit.author)
         || commit.hash.startsWith(m_query, Qt::CaseInsensitive) || std::ranges::any_of(commit.refs, holds);
 }
@@ -181,8 +182,9 @@ bool CommitsModel::isMatch(const GitCommit &commit) const
 void CommitsModel::findMatches()
 {
     m_matches.clear();
+    const QStringMatcher matcher(m_query, Qt::CaseInsensitive);
     for (int row = 1; row < count() && !m_query.isEmpty(); ++row) {
-        if (isMatch(m_content.rows[row - 1].commit))
+        if (isMatch(m_content.rows[row - 1].commit, matcher))
             m_matches.append(row);
     }
     Q_EMIT matchesChanged();

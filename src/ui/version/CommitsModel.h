@@ -9,6 +9,8 @@
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
 
+class QStringMatcher;
+
 namespace Vesk
 {
 
@@ -86,7 +88,7 @@ Q_SIGNALS:
 
 private:
     void findMatches();
-    [[nodiscard]] bool isMatch(const GitStatusReader::GitCommit &commit) const;
+    [[nodiscard]] bool isMatch(const GitStatusReader::GitCommit &commit, const QStringMatcher &matcher) const;
     [[nodiscard]] QVariant workTreeData(int role) const;
 
     CommitRows m_content;
