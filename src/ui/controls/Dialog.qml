@@ -6,6 +6,11 @@ import Vesk.Controls
 T.Dialog {
     id: control
 
+    readonly property FocusReturn focusReturn: FocusReturn {}
+
+    onAboutToShow: focusReturn.begin(parent)
+    onAboutToHide: focusReturn.end()
+
     modal: true
     focus: true
     anchors.centerIn: T.Overlay.overlay

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 
 // Help for the control that it stands in, made only while the pointer or the keyboard is on that.
 Loader {
@@ -21,5 +22,11 @@ Loader {
     onTextChanged: {
         if (item)
             (item as ToolTip).text = text
+    }
+    // Who presses it knows; and what opens below it is not to be covered.
+    Connections {
+        target: tip.shown ? tip.control as T.AbstractButton : null
+        function onPressed(): void { tip.source = "" }
+        function onClicked(): void { tip.source = "" }
     }
 }

@@ -13,6 +13,10 @@ T.Menu {
             widest = Math.max(widest, itemAt(i)?.implicitWidth ?? 0)
         return widest
     }
+    readonly property FocusReturn focusReturn: FocusReturn {}
+
+    onAboutToShow: focusReturn.begin(parent)
+    onAboutToHide: focusReturn.end()
 
     padding: 5
     margins: 8

@@ -6,6 +6,11 @@ import Vesk.Controls
 T.Popup {
     id: control
 
+    readonly property FocusReturn focusReturn: FocusReturn {}
+
+    onAboutToShow: focusReturn.begin(parent)
+    onAboutToHide: focusReturn.end()
+
     padding: 6
     margins: 8
     implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding

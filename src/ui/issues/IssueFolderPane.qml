@@ -3,12 +3,14 @@ import Vesk.Controls
 import Vesk.Issues
 
 // What stands in a window without a folder: how to get one, or where the chosen one should be.
-Item {
+FocusScope {
     id: pane
 
     required property IssuesView view
 
     readonly property bool missing: view.folderState === IssuesView.Missing
+
+    focus: true
 
     function pick(): void {
         picker.source = ""
@@ -53,6 +55,7 @@ Item {
             spacing: 8
 
             VButton {
+                focus: pane.missing
                 kind: VButton.Primary
                 iconName: "refresh"
                 text: "다시 시도"
@@ -89,7 +92,7 @@ Item {
         }
         VButton {
             anchors.horizontalCenter: parent.horizontalCenter
-            focus: true
+            focus: !pane.missing
             kind: VButton.Primary
             iconName: "folder"
             text: "폴더 고르기"

@@ -9,6 +9,7 @@ FolderDialog {
     required property IssueOnboarding form
 
     title: "이슈 폴더 고르기"
+    currentFolder: form.startFolder
     onAccepted: form.choose(selectedFolder)
     Component.onCompleted: open()
 }

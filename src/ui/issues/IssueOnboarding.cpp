@@ -14,6 +14,11 @@ void IssueOnboarding::setView(IssuesView *view)
     Q_EMIT changed();
 }
 
+QUrl IssueOnboarding::startFolder() const
+{
+    return m_view ? QUrl::fromLocalFile(m_view->projectPath()) : QUrl();
+}
+
 void IssueOnboarding::setKey(const QString &key)
 {
     m_key = IssueScaffold::normalizedKey(key);

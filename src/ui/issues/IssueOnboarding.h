@@ -13,6 +13,7 @@ class IssueOnboarding : public QObject
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(Vesk::IssuesView *view READ view WRITE setView NOTIFY changed REQUIRED)
+    Q_PROPERTY(QUrl startFolder READ startFolder NOTIFY changed)
     Q_PROPERTY(QString key READ key WRITE setKey NOTIFY changed)
     Q_PROPERTY(QString folderName READ folderName WRITE setFolderName NOTIFY changed)
     Q_PROPERTY(QString problem READ problem NOTIFY changed)
@@ -24,6 +25,7 @@ public:
 
     [[nodiscard]] IssuesView *view() const { return m_view; }
     void setView(IssuesView *view);
+    [[nodiscard]] QUrl startFolder() const; ///< where choosing one begins: the project's
     [[nodiscard]] const QString &key() const { return m_key; }
     void setKey(const QString &key); ///< as a prefix has it
     [[nodiscard]] const QString &folderName() const { return m_folderName; }

@@ -15,10 +15,15 @@ Window {
     minimumHeight: 600
     color: Theme.canvas
 
-    Component.onCompleted: {
+    // With the folder's state what can be worked with becomes another.
+    function takeKeys(): void {
         if (view.folderState === IssuesView.Ready)
             sections.focusList()
+        else
+            folder.forceActiveFocus(Qt.TabFocusReason)
     }
+
+    Component.onCompleted: takeKeys()
     onActiveChanged: {
         if (active)
             view.noteActivated()
@@ -42,6 +47,7 @@ Window {
             onSyncTriggered: sheets.openSync()
         }
         Lazy {
+            id: folder
             anchors.top: header.bottom
             anchors.bottom: parent.bottom
             width: parent.width
@@ -83,5 +89,6 @@ Window {
     Connections {
         target: window.view
         function onCreated(): void { sections.edit() }
+        function onFolderStateChanged(): void { window.takeKeys() }
     }
 }
