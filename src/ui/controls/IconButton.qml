@@ -28,8 +28,15 @@ T.Button {
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
 
-    Keys.onReturnPressed: control.clicked()
-    Keys.onEnterPressed: control.clicked()
+    Keys.onReturnPressed: event => pressedEnter(event)
+    Keys.onEnterPressed: event => pressedEnter(event)
+
+    function pressedEnter(event: KeyEvent): void {
+        // Ctrl+Enter is the form's around it.
+        event.accepted = !(event.modifiers & Qt.ControlModifier)
+        if (event.accepted)
+            control.clicked()
+    }
 
     contentItem: Item {
         Icon {

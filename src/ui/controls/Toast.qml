@@ -10,6 +10,7 @@ Item {
     property string text
     property string time
     property string actionText
+    property string actionKeys
     property string iconName: "mark-finished"
     property color iconColor: Theme.success
     // Bears the amber edge and mark.
@@ -93,6 +94,7 @@ Item {
             visible: toast.actionText.length > 0
             kind: toast.waits ? VButton.Primary : VButton.Plain
             text: toast.actionText
+            keys: toast.actionKeys
             onClicked: toast.actionTriggered()
         }
         IconButton {

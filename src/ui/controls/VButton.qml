@@ -45,7 +45,8 @@ T.Button {
     Keys.onEnterPressed: event => pressedEnter(event)
 
     function pressedEnter(event: KeyEvent): void {
-        event.accepted = control.enterClicks && !event.isAutoRepeat
+        // Ctrl+Enter is the form's around it.
+        event.accepted = control.enterClicks && !event.isAutoRepeat && !(event.modifiers & Qt.ControlModifier)
         if (event.accepted)
             control.clicked()
     }

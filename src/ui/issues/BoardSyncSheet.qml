@@ -21,11 +21,10 @@ Dialog {
     contentItem: Column {
         spacing: 10
 
-        Keys.onPressed: event => {
-            event.accepted = sync.canApply && event.modifiers & Qt.ControlModifier
-                && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
-            if (event.accepted)
-                sheet.apply()
+        Shortcut {
+            sequences: ["Ctrl+Return", "Ctrl+Enter"]
+            enabled: sync.canApply
+            onActivated: sheet.apply()
         }
 
         BoardSync {

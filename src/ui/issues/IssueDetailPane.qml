@@ -67,6 +67,11 @@ FocusScope {
             x: 20
             width: parent.width - 40
             wanted: detail.document?.hasConflict ?? false
+            // What was settled there leaves no button behind to hold the keys.
+            onWantedChanged: {
+                if (!wanted && activeFocus)
+                    body.forceActiveFocus()
+            }
             file: Qt.resolvedUrl("IssueConflict.qml")
             properties: ({ detail: detail })
         }

@@ -21,6 +21,23 @@ FocusScope {
     }
     Flickable {
         id: flick
+
+        property real heightBefore: 0
+
+        function reveal(line: rect): void {
+            if (line.y < contentY)
+                contentY = line.y
+            else if (line.y + line.height > contentY + height)
+                contentY = line.y + line.height - height
+        }
+
+        // What comes above the text does not push the line out of sight on which one writes.
+        onHeightChanged: {
+            const line = edit.cursorRectangle
+            if (edit.activeFocus && line.y >= contentY && line.y + line.height <= contentY + heightBefore)
+                reveal(line)
+            heightBefore = height
+        }
         anchors.fill: parent
         anchors.leftMargin: 20
         contentHeight: edit.height
@@ -55,12 +72,7 @@ FocusScope {
                 if (event.accepted)
                     nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
             }
-            onCursorRectangleChanged: {
-                if (cursorRectangle.y < flick.contentY)
-                    flick.contentY = cursorRectangle.y
-                else if (cursorRectangle.y + cursorRectangle.height > flick.contentY + flick.height)
-                    flick.contentY = cursorRectangle.y + cursorRectangle.height - flick.height
-            }
+            onCursorRectangleChanged: flick.reveal(cursorRectangle)
         }
     }
     HoverHandler { cursorShape: Qt.IBeamCursor }

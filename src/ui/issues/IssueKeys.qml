@@ -18,6 +18,7 @@ Item {
     Shortcut { enabled: keys.enabled && keys.ready; sequence: "Ctrl+F"; onActivated: keys.searchTriggered() }
     Shortcut { enabled: keys.enabled && keys.ready; sequence: "Ctrl+Shift+N"; onActivated: keys.newTriggered() }
     Shortcut { enabled: keys.enabled; sequence: "Ctrl+S"; onActivated: keys.saveTriggered() }
+    Shortcut { enabled: keys.enabled && keys.ready; sequence: "Ctrl+Z"; onActivated: keys.view.undoStatus() }
     Shortcut { enabled: keys.enabled; sequence: "F5"; onActivated: keys.view.reload() }
     Shortcut { enabled: keys.enabled; sequence: "F6"; onActivated: keys.regionTriggered(1) }
     Shortcut { enabled: keys.enabled; sequence: "Shift+F6"; onActivated: keys.regionTriggered(-1) }

@@ -35,6 +35,7 @@ Column {
         visible: title.length > 0
         title: notices.told
         actionText: notices.undoable ? "되돌리기" : ""
+        actionKeys: "Ctrl Z"
         onActionTriggered: {
             notices.told = ""
             notices.view.undoStatus()

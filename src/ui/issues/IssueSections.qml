@@ -3,7 +3,7 @@ import Vesk.Controls
 import Vesk.Issues
 
 // The three views of a folder; one is shown.
-Item {
+FocusScope {
     id: sections
 
     required property IssuesView view
@@ -43,6 +43,26 @@ Item {
     }
 
     readonly property bool listed: view.section === IssuesView.List
+
+    // Keys that were in the view that went go to the one that came, once that is there.
+    function followSection(): void {
+        if (!activeFocus || ((pane.item as Item)?.activeFocus ?? false))
+            return
+        if (!listed && !kanbanSearch.activeFocus)
+            (pane.item as Item)?.forceActiveFocus(Qt.TabFocusReason)
+        else if (listed && !list.activeFocus && !detail.activeFocus && !graph.activeFocus)
+            list.focusList()
+    }
+
+    Connections {
+        target: sections.view
+        function onSectionChanged(): void { later.start() }
+    }
+    Timer {
+        id: later
+        interval: 0
+        onTriggered: sections.followSection()
+    }
 
     IssueListPane {
         id: list

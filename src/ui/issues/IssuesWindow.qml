@@ -73,7 +73,6 @@ Window {
         IssueSheets {
             id: sheets
             view: window.view
-            onClosedByUser: sections.focusList()
         }
         IssueKeys {
             enabled: !sheets.shown

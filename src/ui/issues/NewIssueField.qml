@@ -20,6 +20,15 @@ Column {
         text: field.form.value(field.name)
         Accessible.name: field.name
         onTextEdited: field.form.setValue(field.name, text)
+        Keys.onDownPressed: event => {
+            event.accepted = choices.count > 0 && !composing
+            if (event.accepted) {
+                edit.openChoices()
+                menu.currentIndex = 0
+            }
+        }
+
+        function openChoices(): void { menu.popup(edit, 0, edit.height + 4) }
 
         IconButton {
             id: arrow
@@ -32,7 +41,8 @@ Column {
             iconName: "chevron-down"
             text: field.name + " 고르기"
             focusPolicy: Qt.NoFocus
-            onClicked: menu.popup(edit, 0, edit.height + 4)
+            keys: "↓"
+            onClicked: edit.openChoices()
         }
     }
     Menu {

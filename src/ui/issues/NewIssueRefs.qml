@@ -40,7 +40,7 @@ Column {
             text: "이슈"
             Accessible.name: refs.title + " 더하기"
             onClicked: picker.setSource(Qt.resolvedUrl("IssueRefPicker.qml"), {
-                parent: plus, view: refs.form.view, without: refs.form.chosenIds, visible: true })
+                parent: plus, view: refs.form.view, without: refs.form.chosenIds, x: 0, visible: true })
         }
         Loader { id: picker }
         Connections {

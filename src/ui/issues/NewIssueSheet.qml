@@ -35,11 +35,9 @@ Dialog {
             width: parent.width
             spacing: 4
 
-            Keys.onPressed: event => {
-                event.accepted = event.modifiers & Qt.ControlModifier
-                    && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
-                if (event.accepted)
-                    sheet.submit()
+            Shortcut {
+                sequences: ["Ctrl+Return", "Ctrl+Enter"]
+                onActivated: sheet.submit()
             }
 
             NewIssueForm {
