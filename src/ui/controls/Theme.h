@@ -84,6 +84,8 @@ class Theme : public QObject
     Q_PROPERTY(QFont readingBold READ readingBold NOTIFY scaleChanged FINAL)
     Q_PROPERTY(QFont ui READ ui NOTIFY scaleChanged FINAL)
     Q_PROPERTY(QFont uiBold READ uiBold NOTIFY scaleChanged FINAL)
+    /** A line through it; QML loses the rest of a font of which it sets a part. */
+    Q_PROPERTY(QFont uiStruck READ uiStruck NOTIFY scaleChanged FINAL)
     Q_PROPERTY(QFont secondary READ secondary NOTIFY scaleChanged FINAL)
     Q_PROPERTY(QFont secondaryBold READ secondaryBold NOTIFY scaleChanged FINAL)
     Q_PROPERTY(QFont meta READ meta NOTIFY scaleChanged FINAL)
@@ -191,6 +193,7 @@ public:
     [[nodiscard]] QFont readingBold() const { return m_fonts.readingBold; }
     [[nodiscard]] QFont ui() const { return m_fonts.ui; }
     [[nodiscard]] QFont uiBold() const { return m_fonts.uiBold; }
+    [[nodiscard]] QFont uiStruck() const { return m_fonts.uiStruck; }
     [[nodiscard]] QFont secondary() const { return m_fonts.secondary; }
     [[nodiscard]] QFont secondaryBold() const { return m_fonts.secondaryBold; }
     [[nodiscard]] QFont meta() const { return m_fonts.meta; }

@@ -169,6 +169,8 @@ ThemeFonts themeFonts(qreal scale)
     f.readingBold = textFont(14, scale, QFont::Bold);
     f.ui = textFont(13, scale);
     f.uiBold = textFont(13, scale, QFont::Bold);
+    f.uiStruck = f.ui;
+    f.uiStruck.setStrikeOut(true);
     f.secondary = textFont(12, scale);
     f.secondaryBold = textFont(12, scale, QFont::Bold);
     f.meta = textFont(11, scale);

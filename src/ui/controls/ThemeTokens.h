@@ -35,8 +35,8 @@ struct ThemeColors {
 
 /** The fonts at one text size. */
 struct ThemeFonts {
-    QFont pageTitle, issueTitle, section, reading, readingBold, ui, uiBold, secondary, secondaryBold, meta,
-        metaBold;
+    QFont pageTitle, issueTitle, section, reading, readingBold, ui, uiBold, uiStruck, secondary,
+        secondaryBold, meta, metaBold;
     QFont code, codeBold, codeSmall, codeSmallBold, codeEditor;
 };
 

@@ -42,7 +42,7 @@ Item {
     }
     Row {
         id: actions
-        anchors.right: head.narrow ? undefined : parent.right
+        anchors.right: parent.right
         y: head.narrow ? head.lineHeight : 2
         spacing: 8
 

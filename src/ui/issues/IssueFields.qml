@@ -17,7 +17,7 @@ Flow {
         iconName: "status-" + ["todo", "doing", "blocked", "review", "done", "cancelled", "other", "unset"][fields.detail.statusKind]
         text: fields.detail.statusWord.length > 0 ? fields.detail.statusWord : "상태 없음"
         ink: Theme.statusColor(fields.detail.statusKind)
-        rightPadding: 28
+        rightPadding: 16 + Theme.px(12)
         tip: fields.detail.statusNote
         Accessible.role: Accessible.ButtonMenu
         Accessible.name: "상태 " + text

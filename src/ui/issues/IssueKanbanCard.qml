@@ -98,7 +98,7 @@ Item {
         Label {
             width: parent.width
             text: card.title
-            font.strikeout: card.status === 5
+            font: card.status === 5 ? Theme.uiStruck : Theme.ui
             color: card.settled ? Theme.text3 : Theme.text
             lineHeight: Theme.uiLine
             lineHeightMode: Text.FixedHeight

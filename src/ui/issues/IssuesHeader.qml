@@ -44,7 +44,7 @@ FocusScope {
         width: Math.min(implicitWidth, Math.max(80, header.width / 5))
         kind: VButton.Quiet
         leftPadding: 6
-        rightPadding: 22
+        rightPadding: 10 + Theme.px(12)
         text: header.view.alias
         font: Theme.uiBold
         ink: Theme.text

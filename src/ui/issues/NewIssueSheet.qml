@@ -32,7 +32,7 @@ Dialog {
 
         Column {
             id: column
-            width: parent.width
+            width: parent.width - (height > sheet.room ? 12 : 0)
             spacing: 4
 
             Shortcut {
@@ -106,7 +106,7 @@ Dialog {
                     delegate: NewIssueField {
                         required property string modelData
 
-                        width: Math.floor((sheet.availableWidth - 24) / 3)
+                        width: Math.floor((column.width - 24) / 3)
                         name: modelData
                         form: entry
                     }
