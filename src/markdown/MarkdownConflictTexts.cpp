@@ -39,6 +39,18 @@ QString badge(MaybeConflict conflict, const QString &externalActor)
     Q_UNREACHABLE();
 }
 
+QString saveFailedLabel()
+{
+    return QStringLiteral("저장하지 못함");
+}
+
+QString saveFailedBadge(const QString &reason)
+{
+    return reason
+        + QStringLiteral(" · 편집 내용은 아직 앱 안에만 있습니다. 원인을 고친 뒤 \"저장\"을 누르세요. 다음 "
+                         "편집 때에도 다시 저장해 봅니다.");
+}
+
 bool canSave(MaybeConflict conflict, bool dirty)
 {
     return conflict ? *conflict != DocumentConflict::Unreadable : dirty;

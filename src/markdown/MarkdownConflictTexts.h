@@ -25,6 +25,10 @@ namespace MarkdownConflictTexts
 /** The badge's long text. `externalActor` names who else may write the file. */
 [[nodiscard]] QString badge(MaybeConflict conflict, const QString &externalActor);
 
+/** The badge of a save that failed for this reason; it goes before that of a conflict. */
+[[nodiscard]] QString saveFailedLabel();
+[[nodiscard]] QString saveFailedBadge(const QString &reason);
+
 [[nodiscard]] bool canSave(MaybeConflict conflict, bool dirty);
 [[nodiscard]] QString saveHelp(MaybeConflict conflict, bool dirty);
 /** Reading again is offered where it can settle the conflict. */

@@ -56,12 +56,13 @@ bool MarkdownDocumentModel::canReload() const
 
 QString MarkdownDocumentModel::conflictLabel() const
 {
-    return MarkdownConflictTexts::label(m_conflict);
+    return saveFailed() ? MarkdownConflictTexts::saveFailedLabel() : MarkdownConflictTexts::label(m_conflict);
 }
 
 QString MarkdownDocumentModel::conflictBadge() const
 {
-    return MarkdownConflictTexts::badge(m_conflict, m_externalActor);
+    return saveFailed() ? MarkdownConflictTexts::saveFailedBadge(m_saveProblem)
+                        : MarkdownConflictTexts::badge(m_conflict, m_externalActor);
 }
 
 QString MarkdownDocumentModel::saveHelp() const

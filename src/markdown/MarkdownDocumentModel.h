@@ -29,6 +29,12 @@ struct AutosaveDelays {
     std::chrono::milliseconds settle {20};       ///< from a file event to the look at the disk
 };
 
+/** What became of the text of an editor that goes. */
+struct DocumentFarewell {
+    bool kept = true;  ///< on disk: in its file, or in a copy
+    QString copy = {}; ///< the file that took what could not be saved; empty when none had to
+};
+
 /** When to save next, given how long the oldest unsaved edit has waited; zero: now. */
 [[nodiscard]] std::chrono::milliseconds autosaveDelay(std::chrono::milliseconds waited,
                                                       const AutosaveDelays &delays);
@@ -49,6 +55,7 @@ class MarkdownDocumentModel : public QObject
     Q_PROPERTY(QString savedText READ savedText NOTIFY savedTextChanged)
     Q_PROPERTY(bool dirty READ isDirty NOTIFY stateChanged)
     Q_PROPERTY(bool hasConflict READ hasConflict NOTIFY stateChanged)
+    Q_PROPERTY(bool saveFailed READ saveFailed NOTIFY stateChanged)
     Q_PROPERTY(bool locked READ isLocked NOTIFY stateChanged)
     Q_PROPERTY(bool canSave READ canSave NOTIFY stateChanged)
     Q_PROPERTY(bool canReload READ canReload NOTIFY stateChanged)
@@ -79,6 +86,9 @@ public:
     [[nodiscard]] bool hasConflict() const { return m_conflict.has_value(); }
     [[nodiscard]] bool everReadFromDisk() const { return m_everReadFromDisk; }
 
+    /** There is unsaved text, and the last try to write it failed. */
+    [[nodiscard]] bool saveFailed() const { return m_dirty && !m_saveProblem.isEmpty(); }
+
     /** Text may be selected but not changed. */
     [[nodiscard]] bool isLocked() const { return m_conflict == DocumentConflict::Unreadable; }
     [[nodiscard]] bool canSave() const;
@@ -91,6 +101,8 @@ public:
     /** Who else may write the file, for the badge. */
     [[nodiscard]] const QString &externalActor() const { return m_externalActor; }
     void setExternalActor(const QString &name);
+    /** The folder for a copy of unsaved text when none can be made beside the file; empty for none. */
+    void setLastResort(const QString &folder) { m_lastResort = folder; }
 
     /** Takes what the disk holds; edits are given up. */
     Q_INVOKABLE void load();
@@ -99,8 +111,8 @@ public:
     Q_INVOKABLE void scheduleAutosave();
     Q_INVOKABLE void startWatching();
     Q_INVOKABLE void stopWatching();
-    /** Saves; what cannot be saved goes to a file beside it. */
-    Q_INVOKABLE void flushOrEvacuate();
+    /** Saves; what cannot be saved goes to a file beside it, or into the last resort. */
+    DocumentFarewell flushOrEvacuate();
 
     [[nodiscard]] std::optional<Clock::time_point> firstDirtyAt() const { return m_firstDirtyAt; }
     [[nodiscard]] bool isWatchingFile() const { return m_watcher != nullptr; }
@@ -132,6 +144,7 @@ private:
     void recoverInterruptedWrite();
     [[nodiscard]] DiskJob saveJob(bool force) const;
     void applySave(const DiskJob &job, const DiskReport &report);
+    void setSaveProblem(const QString &problem);
     void noteWriteAttempt(quint64 links);
     void noteWritten(const DiskJob &job, const QString &written);
     void cancelAutosave();
@@ -152,11 +165,15 @@ private:
     void rearmParentWatcherIfStale();
 
     [[nodiscard]] EvacuationReason skipReason() const;
-    void evacuateUnsavedEdits(EvacuationReason reason);
+    [[nodiscard]] DocumentFarewell evacuateUnsavedEdits(EvacuationReason reason);
+    [[nodiscard]] std::optional<QString> copyInto(const QString &folder, const QString &why,
+                                                  const QString &unsaved) const;
 
     const QString m_path;
     const AutosaveDelays m_delays;
     QString m_externalActor;
+    QString m_lastResort;
+    QString m_saveProblem; // of the last try
     QString m_text;
     QString m_savedText;
     MaybeConflict m_conflict;

@@ -42,6 +42,7 @@ void MarkdownDocumentModel::load()
     m_loggedUnreadable = false;
     m_loggedMissingFile = false;
     m_loggedBlockedWrite = false;
+    setSaveProblem({});
     recoverInterruptedWrite();
     const DiskSight seen = lookAtDisk(m_path);
     noteSight(seen, QStringLiteral("load"));
@@ -105,6 +106,12 @@ void MarkdownDocumentModel::save(bool force)
         lookAtChange();
 }
 
+void MarkdownDocumentModel::setSaveProblem(const QString &problem)
+{
+    if (std::exchange(m_saveProblem, problem) != problem)
+        Q_EMIT stateChanged();
+}
+
 void MarkdownDocumentModel::applySave(const DiskJob &job, const DiskReport &report)
 {
     using Outcome = DiskReport::Outcome;
@@ -112,6 +119,9 @@ void MarkdownDocumentModel::applySave(const DiskJob &job, const DiskReport &repo
     const QString unsaved = QStringLiteral("미저장 ") + QString::number(report.characters);
     if (report.seen.exists)
         m_loggedMissingFile = false;
+    setSaveProblem(report.outcome == Outcome::Failed         ? report.error
+                       : report.outcome == Outcome::Unresolved ? MarkdownFileWriter::unresolvedText()
+                                                               : QString());
     noteSight(report.seen, forced ? QStringLiteral("save") : QStringLiteral("autosave"));
     // The next try waits again, however long this text has been waiting.
     if (report.outcome != Outcome::Written && m_dirty && !forced)

@@ -54,6 +54,11 @@ Target target(const QString &path)
     return {true, withoutLinks(current), 0};
 }
 
+QString unresolvedText()
+{
+    return QStringLiteral("심볼릭 링크가 순환합니다 — 어디에 써야 할지 알 수 없어 쓰지 않았습니다");
+}
+
 quint64 hardLinkCount(const QString &path)
 {
     struct stat status {

@@ -21,6 +21,8 @@ struct Target {
 inline constexpr int maxHops = 8;
 
 [[nodiscard]] Target target(const QString &path);
+/** What is said of a target that is not resolved. */
+[[nodiscard]] QString unresolvedText();
 
 /** The number of names the file has; 1 when there is no file. */
 [[nodiscard]] quint64 hardLinkCount(const QString &path);

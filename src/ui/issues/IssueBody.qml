@@ -79,6 +79,13 @@ FocusScope {
             visible: preview.activeFocus
             gap: -2
         }
+        Label {
+            x: 20
+            y: 12
+            visible: text.length > 0
+            text: body.detail.emptyText
+            color: Theme.text3
+        }
         MarkdownBlocks {
             id: words
             x: 20

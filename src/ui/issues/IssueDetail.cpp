@@ -7,9 +7,11 @@
 #include "issues/IssueCells.h"
 #include "issues/IssueCreateContext.h"
 #include "issues/IssueFolder.h"
+#include "ui/controls/ProjectPalette.h"
 #include "ui/issues/IssueText.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QLocale>
 #include <QUrl>
 
@@ -68,6 +70,9 @@ IssueDetail::IssueDetail(QObject *parent)
 IssueDetail::~IssueDetail()
 {
     close();
+    for (const auto &document : m_stranded) {
+        document->flushOrEvacuate();
+    }
 }
 
 void IssueDetail::setView(IssuesView *view)
@@ -95,14 +100,44 @@ void IssueDetail::close()
     }
     m_view->flushers().withdraw(m_enrolled);
     m_document->disconnect(this);
-    m_document->flushOrEvacuate();
+    const auto farewell = m_document->flushOrEvacuate();
     m_document->stopWatching();
     m_readLater.stop();
     if (!m_document->isDirty()) {
         noteSaved();
     }
-    m_document.release()->deleteLater();
+    if (!farewell.copy.isEmpty()) {
+        m_view->tell(m_parsed.id + u": 저장하지 못한 편집을 사본으로 남겼습니다 — "_s
+                     + ProjectPalette::shortenedPath(farewell.copy, QDir::homePath()));
+    }
+    if (farewell.kept) {
+        m_document.release()->deleteLater();
+    } else {
+        m_view->tell(m_parsed.id
+                     + u": 편집을 저장할 곳도 사본을 둘 곳도 없어 이 창에만 남아 있습니다 — 이슈를 다시 열어 "
+                       "저장하세요"_s);
+        m_stranded.push_back(std::move(m_document));
+    }
     m_unsavedSince = {};
+}
+
+std::unique_ptr<MarkdownDocumentModel> IssueDetail::documentOf(const QString &path)
+{
+    const auto stranded = std::ranges::find_if(m_stranded, [&](auto &known) { return known->path() == path; });
+    if (stranded != m_stranded.end()) {
+        auto document = std::move(*stranded);
+        m_stranded.erase(stranded);
+        m_unsavedSince = QDateTime::currentDateTime();
+        return document;
+    }
+    auto document = std::make_unique<MarkdownDocumentModel>(path);
+    auto &log = m_view->runtime().auditLogger();
+    document->onLogInfo = [&log](const QString &line) { log.log(AuditEvent::info(line)); };
+    document->onLogError = [&log](const QString &line) { log.log(AuditEvent::systemError(line)); };
+    document->setExternalActor(u"다듬기 세션의 Claude"_s);
+    document->setLastResort(QFileInfo(m_view->runtime().catalogPath()).path() + u"/unsaved"_s);
+    document->load();
+    return document;
 }
 
 void IssueDetail::openSelected()
@@ -113,12 +148,7 @@ void IssueDetail::openSelected()
     }
     close();
     if (!path.isEmpty()) {
-        m_document = std::make_unique<MarkdownDocumentModel>(path);
-        auto &log = m_view->runtime().auditLogger();
-        m_document->onLogInfo = [&log](const QString &line) { log.log(AuditEvent::info(line)); };
-        m_document->onLogError = [&log](const QString &line) { log.log(AuditEvent::systemError(line)); };
-        m_document->setExternalActor(u"다듬기 세션의 Claude"_s);
-        m_document->load();
+        m_document = documentOf(path);
         m_document->startWatching();
         m_enrolled = m_view->flushers().enrol(path, [document = m_document.get()] { document->save(false); });
         connect(m_document.get(), &MarkdownDocumentModel::textChanged, this, [this] {
@@ -244,7 +274,8 @@ QString IssueDetail::fileText() const
     }
     const QString root = m_view->projectPath() + u'/';
     const QString &path = m_document->path();
-    return path.startsWith(root) ? path.sliced(root.size()) : path;
+    // Letters that some systems keep apart are shown as the syllables that they are.
+    return (path.startsWith(root) ? path.sliced(root.size()) : path).normalized(QString::NormalizationForm_C);
 }
 
 QString IssueDetail::unsavedText() const
@@ -254,6 +285,27 @@ QString IssueDetail::unsavedText() const
     }
     return u"미저장 %1자 · %2부터"_s.arg(changedCharacters(m_document->text(), m_document->savedText()))
         .arg(m_unsavedSince.toString(u"HH:mm"_s));
+}
+
+QString IssueDetail::unreadable() const
+{
+    const auto *item = m_document ? m_view->store().itemAtPath(m_document->path()) : nullptr;
+    return item && !m_document->everReadFromDisk() ? item->unreadable : QString();
+}
+
+QString IssueDetail::diskText() const
+{
+    const QString problem = unreadable();
+    return problem.isEmpty() ? u"저장됨"_s : problem;
+}
+
+QString IssueDetail::emptyText() const
+{
+    if (!m_document || !Text::trimWhitespace(IssueText::body(m_document->text())).isEmpty()) {
+        return {};
+    }
+    const QString problem = unreadable();
+    return problem.isEmpty() ? u"본문이 비어 있습니다"_s : problem;
 }
 
 bool IssueDetail::canChange()
@@ -304,6 +356,10 @@ void IssueDetail::setStatus(const QString &word)
     }
     m_document->setText(*text);
     m_document->save(true);
+    if (m_document->isDirty()) {
+        readText();
+        return; // the document says why
+    }
     m_view->desk().logInfo(u"issue "_s + document.id + u'=' + word + u": "_s + name + u" ("_s
                            + m_view->alias() + u')');
     UsageRecorder::record(FeatureSignal::IssueStatusChanged);

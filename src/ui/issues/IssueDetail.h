@@ -12,6 +12,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
+#include <vector>
 
 namespace Vesk
 {
@@ -42,6 +43,8 @@ class IssueDetail : public QObject
     Q_PROPERTY(Vesk::ChatLinks *links READ links CONSTANT)
     Q_PROPERTY(QString fileText READ fileText NOTIFY documentChanged)
     Q_PROPERTY(QString unsavedText READ unsavedText NOTIFY unsavedTextChanged)
+    Q_PROPERTY(QString diskText READ diskText NOTIFY parsedChanged)
+    Q_PROPERTY(QString emptyText READ emptyText NOTIFY parsedChanged)
 
 public:
     explicit IssueDetail(QObject *parent = nullptr);
@@ -67,6 +70,11 @@ public:
     [[nodiscard]] QString fileText() const; ///< the file, as seen from the project
     /** "미저장 128자 · 14:35부터"; empty when all is saved. */
     [[nodiscard]] QString unsavedText() const;
+
+    /** What holds of the file while nothing is unsaved. */
+    [[nodiscard]] QString diskText() const;
+    /** Stands in place of a text that is not there; empty when there is one. */
+    [[nodiscard]] QString emptyText() const;
 
     /** Rewrites the status in the open document and saves; refused while the document is in conflict. */
     Q_INVOKABLE void setStatus(const QString &word);
@@ -94,7 +102,10 @@ Q_SIGNALS:
 
 private:
     void openSelected();
+    /** Lets the document go; what has no place on the disk stays here, and the view is told. */
     void close();
+    [[nodiscard]] std::unique_ptr<MarkdownDocumentModel> documentOf(const QString &path);
+    [[nodiscard]] QString unreadable() const;
     void readText();
     void readRefs();
     void noteSaved();
@@ -104,6 +115,7 @@ private:
 
     IssuesView *m_view = nullptr;
     std::unique_ptr<MarkdownDocumentModel> m_document;
+    std::vector<std::unique_ptr<MarkdownDocumentModel>> m_stranded; ///< text that no disk takes
     int m_enrolled = 0;
     IssueDocument m_parsed;
     IssueFieldRows m_fields;

@@ -72,7 +72,7 @@ FocusScope {
                 }
                 Label {
                     width: parent.width
-                    text: rail.detail.unsavedText.length > 0 ? rail.detail.unsavedText : "저장됨"
+                    text: rail.detail.unsavedText.length > 0 ? rail.detail.unsavedText : rail.detail.diskText
                     font: Theme.meta
                     color: rail.detail.unsavedText.length > 0 ? Theme.warning : Theme.text3
                     Accessible.role: Accessible.StaticText
