@@ -36,6 +36,17 @@ std::optional<QString> readIfThere(const QString &path)
     return text ? std::optional(*text) : std::nullopt;
 }
 
+template <typename T, typename Id>
+QHash<QString, qsizetype> firstByKey(const QList<T> &list, Id id)
+{
+    QHash<QString, qsizetype> places;
+    places.reserve(list.size());
+    for (qsizetype i = list.size() - 1; i >= 0; --i) {
+        places.insert(id(list[i]).toLower(), i);
+    }
+    return places;
+}
+
 } // namespace
 
 IssueStore::IssueStore(QString cwd, const Preferences &preferences, QObject *parent)
@@ -74,6 +85,8 @@ void IssueStore::reload()
     }
     if (m_content != content) {
         m_content = std::move(content);
+        m_itemsByID = firstByKey(items(), [](const IssueItem &item) { return item.doc.id; });
+        m_rowsByID = firstByKey(board().rows, [](const IssueBoard::Row &row) { return row.id; });
         m_graph = IssueGraph::build(graphInputs(), boardOnlyRows(), m_content.board.milestoneOrder);
         Q_EMIT contentChanged();
     }
@@ -90,9 +103,14 @@ const IssueItem *IssueStore::itemAtPath(const QString &path) const
 
 const IssueItem *IssueStore::itemWithID(const QString &id) const
 {
-    const auto found = std::ranges::find_if(
-        items(), [&](const IssueItem &item) { return item.doc.id.compare(id, Qt::CaseInsensitive) == 0; });
-    return found == items().end() ? nullptr : &*found;
+    const auto found = m_itemsByID.constFind(id.toLower());
+    return found == m_itemsByID.cend() ? nullptr : &items()[*found];
+}
+
+const IssueBoard::Row *IssueStore::boardRowWithID(const QString &id) const
+{
+    const auto found = m_rowsByID.constFind(id.toLower());
+    return found == m_rowsByID.cend() ? nullptr : &board().rows[*found];
 }
 
 QSet<QString> IssueStore::fileNames() const

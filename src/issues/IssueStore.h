@@ -8,6 +8,7 @@
 #include "issues/IssueNumbering.h"
 #include "issues/IssueStatus.h"
 
+#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QSet>
@@ -57,7 +58,8 @@ public:
 
     /** Null when there is none; the first of several. Valid until the next reload. */
     [[nodiscard]] const IssueItem *itemAtPath(const QString &path) const;
-    [[nodiscard]] const IssueItem *itemWithID(const QString &id) const; ///< in any case
+    [[nodiscard]] const IssueItem *itemWithID(const QString &id) const;         ///< in any case
+    [[nodiscard]] const IssueBoard::Row *boardRowWithID(const QString &id) const; ///< likewise
 
     /** In lower case, those of board and rules always among them: a new file may have none of these. */
     [[nodiscard]] QSet<QString> fileNames() const;
@@ -93,6 +95,9 @@ private:
     const Preferences &m_preferences;
     IssueFolderState m_folderState;
     Content m_content;
+    // By id in lower case, the first of several.
+    QHash<QString, qsizetype> m_itemsByID;
+    QHash<QString, qsizetype> m_rowsByID;
     IssueGraph::Graph m_graph;
 };
 

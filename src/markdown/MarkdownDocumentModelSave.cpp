@@ -139,6 +139,8 @@ void MarkdownDocumentModel::applySave(const DiskJob &job, const DiskReport &repo
                                              "읽기'로 재시도할 것."));
         } else if (m_dirty) {
             setConflict(DocumentConflict::Missing);
+            if (m_watchRequested && m_watcher)
+                armWatch(); // a folder that was renamed took the watched file along unseen
             logOnce(m_loggedMissingFile, onLogInfo,
                     QStringLiteral("md autosave skipped (file missing): ") + m_path + QStringLiteral(" — ")
                         + unsaved

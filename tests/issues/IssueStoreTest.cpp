@@ -179,6 +179,13 @@ private Q_SLOTS:
         QCOMPARE(groups.first().boardOnly.first().id, u"A-3"_s);
         QCOMPARE(groups.last().title, u"마일스톤 없음"_s);
         QCOMPARE(groups.last().items.size(), 1);
+
+        // The first of several, in any case.
+        tracked.put(u"a-1-later.md"_s, "# a-1 · later\n");
+        store.reload();
+        QCOMPARE(store.itemWithID(u"A-1"_s), &store.items().first());
+        QCOMPARE(store.boardRowWithID(u"A-1"_s)->title, u"x"_s);
+        QVERIFY(!store.itemWithID(u"A-20"_s) && !store.boardRowWithID(u"A-4"_s));
     }
 
     void groupsFollowTheBoard()

@@ -299,9 +299,11 @@ private Q_SLOTS:
         QCOMPARE(::setrlimit(RLIMIT_FSIZE, &before), 0);
         QVERIFY(editor.errors.value(0).startsWith(u"md save failed: "_s + m_path + u" — "_s));
         QVERIFY(editor.document.isDirty() && !editor.document.hasConflict());
+        QVERIFY(editor.document.saveFailed() && editor.document.conflictBadge().contains(m_path));
         QCOMPARE(content(), "old");
         editor.document.save(false);
         QCOMPARE(content(), text.toUtf8());
+        QVERIFY(!editor.document.saveFailed() && editor.document.conflictBadge().isEmpty());
     }
 
     void twoEditorsOfOneFile()
@@ -323,7 +325,6 @@ private Q_SLOTS:
     void theWatchClimbsAndComesDown()
     {
         const QString path = at(u"a/b/c/글.md"_s);
-        const auto make = [this](const QString &folder) { QVERIFY(QDir(m_dir->path()).mkpath(folder)); };
         make(u"a/b/c"_s);
         QVERIFY(writeAtomically(path, "old"));
         Editor editor(path);
@@ -370,6 +371,39 @@ private Q_SLOTS:
         close(u"other edit"_s, "theirs");
         QCOMPARE(copies(), (QByteArrayList {"other edit", "edit"}));
         QCOMPARE(content(), "old");
+    }
+
+    void whereNothingCanBeWrittenTheLastResortTakesIt()
+    {
+        // Every name beside the file is taken.
+        make(u"gone"_s);
+        put("old", u"gone/글.md"_s);
+        Editor editor(at(u"gone/글.md"_s));
+        editor.type(u"edit"_s);
+        make(u"gone/글.md--"_s + pathFingerprint(editor.document.path()) + u".unsaved"_s);
+        for (int n = 2; n <= evacuationAttempts; ++n)
+            make(u"gone/글.md--%1-%2.unsaved"_s.arg(pathFingerprint(editor.document.path())).arg(n));
+        put("theirs", u"gone/글.md"_s);
+        QVERIFY(!editor.document.flushOrEvacuate().kept);
+        editor.document.setLastResort(at(u"resort/of/all"_s));
+        const auto farewell = editor.document.flushOrEvacuate();
+        QVERIFY(farewell.kept && farewell.copy.startsWith(at(u"resort/of/all/글.md--"_s)));
+        QCOMPARE(readFile(farewell.copy, 1000).value_or("?"), "edit");
+        QCOMPARE(Editor(m_path).document.flushOrEvacuate().copy, QString());
+    }
+
+    void aFolderThatWasRenamedIsHeardOfAgain()
+    {
+        make(u"a"_s);
+        put("old", u"a/글.md"_s);
+        Editor editor(at(u"a/글.md"_s), hurriedDelays);
+        editor.document.startWatching();
+        QVERIFY(QDir(m_dir->path()).rename(u"a"_s, u"b"_s));
+        editor.type(u"mine"_s);
+        QTRY_COMPARE(editor.document.conflict(), missing);
+        QVERIFY(QDir(m_dir->path()).rename(u"b"_s, u"a"_s));
+        QTRY_COMPARE(editor.document.conflict(), externalChange);
+        QCOMPARE(editor.document.text(), u"mine"_s);
     }
 
     void closingWaitsForTheSaveUnderWay()
@@ -429,6 +463,7 @@ private:
         QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered));
         file.write(bytes);
     }
+    void make(const QString &folder) const { QVERIFY(QDir(m_dir->path()).mkpath(folder)); }
     // What lies beside the document, by name.
     [[nodiscard]] QByteArrayList copies() const
     {

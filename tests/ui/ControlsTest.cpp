@@ -203,6 +203,7 @@ private Q_SLOTS:
         stage.part("button")->forceActiveFocus();
         QTest::keyClick(&stage.window, Qt::Key_Return);
         QTest::keyClick(&stage.window, Qt::Key_Space);
+        QTest::keyClick(&stage.window, Qt::Key_Return, Qt::ControlModifier); // a form's own
         QCOMPARE(stage.item->property("clicks").toInt(), 2);
         stage.part("card")->forceActiveFocus();
         QTest::keyClick(&stage.window, Qt::Key_Return);
@@ -212,6 +213,52 @@ private Q_SLOTS:
         QCOMPARE(stage.item->property("chosen").toInt(), -1);
         QTest::keyClick(&stage.window, Qt::Key_Right);
         QCOMPARE(stage.item->property("chosen").toInt(), 1);
+    }
+
+    void aPopupGivesTheKeysBack()
+    {
+        Stage stage(uR"(FocusScope {
+                focus: true
+                TextField { objectName: "field" }
+                VButton { objectName: "button"; y: 60; text: "b"; onClicked: menu.open()
+                    Menu { id: menu; objectName: "menu"; MenuRow { text: "row" } } }
+            }
+            Popup { id: first; objectName: "first"; focus: true
+                contentItem: VButton { text: "inner"; focus: true; onClicked: second.open() } }
+            Popup { id: second; objectName: "second"; focus: true; contentItem: TextField { focus: true } })"_s);
+        QVERIFY(stage.item);
+        stage.window.requestActivate();
+        QTRY_VERIFY(stage.window.isActive());
+        const auto opens = [&](const char *popup) {
+            auto *object = stage.item->findChild<QObject *>(QString::fromLatin1(popup));
+            QMetaObject::invokeMethod(object, "open");
+            return QTest::qWaitFor([&] { return object->property("opened").toBool(); });
+        };
+        auto *field = stage.part("field");
+        field->forceActiveFocus();
+        for (const char *popup : {"menu", "first"}) {
+            QVERIFY(opens(popup));
+            QTRY_VERIFY(!field->hasActiveFocus());
+            QTest::keyClick(&stage.window, Qt::Key_Escape);
+            QVERIFY(field->hasActiveFocus()); // at once, not after the popup has faded
+        }
+
+        // From one popup to the next and back, the ring of the keyboard too.
+        stage.part("button")->forceActiveFocus(Qt::TabFocusReason);
+        QVERIFY(opens("first"));
+        QVERIFY(opens("second"));
+        QTest::keyClick(&stage.window, Qt::Key_Escape);
+        QTRY_VERIFY(!stage.item->findChild<QObject *>(u"second"_s)->property("visible").toBool());
+        QCOMPARE(stage.window.activeFocusItem()->property("text").toString(), u"inner"_s);
+        QTest::keyClick(&stage.window, Qt::Key_Escape);
+        QVERIFY(stage.part("button")->hasActiveFocus());
+        QVERIFY(stage.part("button")->property("visualFocus").toBool());
+
+        // Who took the keys meanwhile keeps them.
+        QVERIFY(opens("menu"));
+        field->forceActiveFocus();
+        QMetaObject::invokeMethod(stage.item->findChild<QObject *>(u"menu"_s), "close");
+        QVERIFY(field->hasActiveFocus());
     }
 
     void enterBelongsToASyllable()

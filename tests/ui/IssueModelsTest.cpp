@@ -224,6 +224,56 @@ private Q_SLOTS:
         QTRY_COMPARE(detail.statusWord(), u"done"_s);
     }
 
+    void unsavedTextOutlivesItsEditor()
+    {
+        IssueStage stage;
+        IssueDetail detail;
+        detail.setView(stage.view.get());
+        const QString path = stage.file(fourthIssue);
+        const auto type = [&](const QString &text) {
+            stage.view->select(path);
+            detail.document()->setText(detail.document()->text() + text);
+            write(path, u"# BILL-004 · 다른 글\n"_s);
+            stage.view->select(stage.file(u"BILL-005-refund-policy.md"_s));
+        };
+        type(u"하나"_s);
+        QCOMPARE(stage.problems.size(), 1);
+        QVERIFY(stage.problems.last().contains(fourthIssue + u"--"_s)); // where the copy is
+
+        // With no place for a copy either it waits here.
+        for (int n = 0; n <= evacuationAttempts; ++n) {
+            const QString number = n < 2 ? QString() : u'-' + QString::number(n);
+            QDir(stage.folder).mkpath(fourthIssue + u"--"_s + pathFingerprint(path) + number + u".unsaved"_s);
+        }
+        write(QFileInfo(stage.shell.runtime().catalogPath()).path() + u"/unsaved"_s, u"in the way"_s);
+        type(u"둘"_s);
+        QVERIFY(stage.problems.last().contains(u"이 창에만 남아"));
+        stage.view->select(path);
+        QVERIFY(detail.document()->text().endsWith(u"둘"));
+        QVERIFY(!detail.unsavedText().isEmpty());
+        detail.saveNow();
+        QVERIFY(read(path).endsWith(u"둘"));
+    }
+
+    void whatCannotBeReadIsNotCalledSaved()
+    {
+        IssueStage stage;
+        QVERIFY(QFile::link(u"loop.md"_s, stage.file(u"loop.md"_s)));
+        write(stage.file(u"empty.md"_s), {});
+        write(stage.file(u"long.md"_s), QString(4'100'000, u'x'));
+        stage.view->reload();
+        IssueDetail detail;
+        detail.setView(stage.view.get());
+        stage.view->select(stage.file(u"loop.md"_s));
+        QVERIFY(detail.diskText() != u"저장됨" && detail.emptyText() == detail.diskText());
+        stage.view->select(stage.file(u"empty.md"_s));
+        QCOMPARE(detail.diskText(), u"저장됨"_s);
+        QCOMPARE(detail.emptyText(), u"본문이 비어 있습니다"_s);
+        QVERIFY(detail.tooLongText().isEmpty());
+        stage.view->select(stage.file(u"long.md"_s));
+        QVERIFY(detail.emptyText().isEmpty() && !detail.tooLongText().isEmpty());
+    }
+
     void aTickRewritesItsOwnBox()
     {
         IssueStage stage;

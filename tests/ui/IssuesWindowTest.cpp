@@ -140,7 +140,11 @@ private Q_SLOTS:
         // The keys of the views.
         theatre.press(Qt::Key_2, Qt::ControlModifier);
         QCOMPARE(house.view().section(), IssuesView::Section::Graph);
+        const auto *window = theatre.window();
+        theatre.press(Qt::Key_3, Qt::ControlModifier);
+        QTRY_COMPARE(window->activeFocusItem()->objectName(), u"kanbanArea"_s);
         theatre.press(Qt::Key_1, Qt::ControlModifier);
+        QTRY_VERIFY(window->activeFocusItem()->inherits("QQuickListView"));
         theatre.press(Qt::Key_F6);
         theatre.press(Qt::Key_F6, Qt::ShiftModifier);
         theatre.press(Qt::Key_W, Qt::ControlModifier);
@@ -164,7 +168,8 @@ private Q_SLOTS:
         theatre.press(Qt::Key_Return);
         QTRY_VERIFY(theatre.shows(u"되돌리기"_s));
         QVERIFY(read(house.file(u"BILL-010-batch.md"_s)).contains(u"| 상태 | `doing` |"));
-        theatre.click(u"되돌리기"_s);
+        QVERIFY(list->hasActiveFocus());
+        theatre.press(Qt::Key_Z, Qt::ControlModifier);
         QTRY_VERIFY(read(house.file(u"BILL-010-batch.md"_s)).contains(u"| 상태 | `todo` |"));
         QCOMPARE(theatre.warnings(), QStringList());
     }
@@ -227,10 +232,21 @@ private Q_SLOTS:
         QTRY_VERIFY(theatre.window()->activeFocusItem()->inherits("QQuickTextField"));
         theatre.type(u"refund window"_s);
         QTRY_VERIFY(theatre.shows(u"BILL-031-refund-window.md"_s));
+        theatre.press(Qt::Key_Tab);
+        theatre.press(Qt::Key_Tab);
+        theatre.press(Qt::Key_Down); // a milestone from the list
+        QTRY_VERIFY(theatre.shows(u"M2"_s));
+        theatre.press(Qt::Key_Return);
+        QTRY_VERIFY(!theatre.shows(u"M2"_s));
+        for (int step = 0; step < 6; ++step) {
+            theatre.press(Qt::Key_Tab); // to a button: the keys of the sheet are still its own
+        }
         theatre.press(Qt::Key_Return, Qt::ControlModifier);
         QTRY_COMPARE(house.view().selectedId(), u"BILL-031"_s);
         QVERIFY(read(house.file(u"BILL-031-refund-window.md"_s)).startsWith(u"# BILL-031 · refund window"));
-        QTRY_VERIFY(house.named(u"issueEditor"_s)->hasActiveFocus());
+        QVERIFY(read(house.file(u"BILL-031-refund-window.md"_s)).contains(u"| 마일스톤 | M1 |"));
+        QTRY_VERIFY(!theatre.shows(u"만들기"_s));
+        QVERIFY(house.named(u"issueEditor"_s)->hasActiveFocus());
         QCOMPARE(theatre.warnings(), QStringList());
     }
 
@@ -239,7 +255,12 @@ private Q_SLOTS:
         {
             IssueHouse house(IssueHouse::Folder::None);
             house.theatre->picture(u"issues-onboarding"_s);
-            house.theatre->click(u"새로 만들기"_s);
+            while (!house.theatre->window()->activeFocusItem()->inherits("QQuickTextField")) {
+                house.theatre->press(Qt::Key_Tab);
+            }
+            house.theatre->press(Qt::Key_Return);
+            QTRY_COMPARE(house.view().folderState(), IssuesView::FolderState::Ready);
+            QVERIFY(house.theatre->window()->activeFocusItem()->inherits("QQuickListView"));
             QCOMPARE(house.theatre->warnings(), QStringList());
         }
         IssueHouse house(IssueHouse::Folder::Gone);

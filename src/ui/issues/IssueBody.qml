@@ -39,9 +39,24 @@ FocusScope {
         anchors.top: locked.bottom
         anchors.bottom: parent.bottom
         width: body.shows ? Math.round(parent.width / 2) : parent.width
-        visible: body.edits
+        visible: body.edits && tooLong.text.length === 0
         focus: body.edits
-        document: body.detail.document
+        document: tooLong.text.length > 0 ? null : body.detail.document
+    }
+    Label {
+        id: tooLong
+        anchors.centerIn: editor
+        width: Math.min(420, editor.width - 40)
+        visible: body.edits && text.length > 0
+        text: body.detail.tooLongText
+        color: Theme.text2
+        lineHeight: Theme.uiLine
+        lineHeightMode: Text.FixedHeight
+        wrapMode: Text.Wrap
+        elide: Text.ElideNone
+        horizontalAlignment: Text.AlignHCenter
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
     Hairline {
         anchors.left: editor.right

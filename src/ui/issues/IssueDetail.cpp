@@ -28,6 +28,7 @@ namespace
 constexpr int readAfterMs = 150;
 constexpr int readLongAfterMs = 700;
 constexpr qsizetype longText = 200'000;
+constexpr qsizetype longestEdited = 4'000'000;
 constexpr int reloadAfterMs = 250;
 constexpr qsizetype mostChoices = 12;
 
@@ -202,14 +203,10 @@ void IssueDetail::readRefs()
                 row.title = item->doc.title;
                 row.status = static_cast<int>(IssueStatus::parse(item->doc.status()).kind);
                 row.missing = false;
-            } else {
-                for (const auto &board : m_view->store().board().rows) {
-                    if (row.missing && board.id.compare(ref.id, Qt::CaseInsensitive) == 0) {
-                        row.title = board.title;
-                        row.status = static_cast<int>(IssueStatus::parse(board.status).kind);
-                        row.missing = false;
-                    }
-                }
+            } else if (const auto *board = m_view->store().boardRowWithID(ref.id)) {
+                row.title = board->title;
+                row.status = static_cast<int>(IssueStatus::parse(board->status).kind);
+                row.missing = false;
             }
             found.append(row);
         }
@@ -297,6 +294,14 @@ QString IssueDetail::diskText() const
 {
     const QString problem = unreadable();
     return problem.isEmpty() ? u"저장됨"_s : problem;
+}
+
+QString IssueDetail::tooLongText() const
+{
+    const qsizetype size = m_document ? m_document->text().size() : 0;
+    return size > longestEdited
+        ? u"%L1자라 여기에서 고치기에는 너무 깁니다. 다른 편집기에서 고치면 이 창이 따라갑니다."_s.arg(size)
+        : QString();
 }
 
 QString IssueDetail::emptyText() const

@@ -44,6 +44,7 @@ class IssueDetail : public QObject
     Q_PROPERTY(QString fileText READ fileText NOTIFY documentChanged)
     Q_PROPERTY(QString unsavedText READ unsavedText NOTIFY unsavedTextChanged)
     Q_PROPERTY(QString diskText READ diskText NOTIFY parsedChanged)
+    Q_PROPERTY(QString tooLongText READ tooLongText NOTIFY parsedChanged)
     Q_PROPERTY(QString emptyText READ emptyText NOTIFY parsedChanged)
 
 public:
@@ -73,6 +74,8 @@ public:
 
     /** What holds of the file while nothing is unsaved. */
     [[nodiscard]] QString diskText() const;
+    /** Why the text cannot be edited here; empty when it can. An editor of so much would stand still at each key. */
+    [[nodiscard]] QString tooLongText() const;
     /** Stands in place of a text that is not there; empty when there is one. */
     [[nodiscard]] QString emptyText() const;
 

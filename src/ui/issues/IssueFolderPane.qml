@@ -50,6 +50,12 @@ FocusScope {
             Accessible.role: Accessible.StaticText
             Accessible.name: text
         }
+        SheetText {
+            visible: pane.view.holdsEdits
+            text: "저장하지 못한 편집이 이 창에 남아 있습니다. 폴더가 돌아오면 이어서 저장할 수 있습니다."
+            color: Theme.warning
+            horizontalAlignment: Text.AlignHCenter
+        }
         Row {
             anchors.horizontalCenter: parent.horizontalCenter
             spacing: 8

@@ -251,11 +251,19 @@ void IssuesView::reload()
     m_store.reload();
 }
 
+void IssuesView::setSelectionHeld(bool held)
+{
+    if (m_selectionHeld != held) {
+        m_selectionHeld = held;
+        Q_EMIT holdsEditsChanged();
+    }
+}
+
 void IssuesView::select(const QString &path)
 {
     if (m_selectedPath != path) {
         m_selectedPath = path;
-        m_selectionHeld = false;
+        setSelectionHeld(false);
         if (!path.isEmpty()) {
             UsageRecorder::record(FeatureSignal::IssueDetailOpened);
         }

@@ -40,6 +40,7 @@ class IssuesView : public QObject
     Q_PROPERTY(Section section READ section WRITE setSection NOTIFY sectionChanged)
     Q_PROPERTY(QString selectedPath READ selectedPath NOTIFY selectionChanged)
     Q_PROPERTY(QString selectedId READ selectedId NOTIFY selectionChanged)
+    Q_PROPERTY(bool holdsEdits READ holdsEdits NOTIFY holdsEditsChanged)
     Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY queryChanged)
     Q_PROPERTY(int problemCount READ problemCount NOTIFY contentChanged)
     Q_PROPERTY(int issueCount READ issueCount NOTIFY contentChanged)
@@ -101,7 +102,8 @@ public:
     /** The window has come to the front: who looks at it wants to see what is there now. */
     Q_INVOKABLE void noteActivated();
     /** The detail holds text that is not saved: its issue stays chosen though its file be gone. */
-    void setSelectionHeld(bool held) { m_selectionHeld = held; }
+    void setSelectionHeld(bool held);
+    [[nodiscard]] bool holdsEdits() const { return m_selectionHeld; }
     /** Larger, smaller, or for 0 the plain size; for every window. */
     Q_INVOKABLE void changeTextSize(int step);
     /** Height of the graph below the detail, kept for the next time. */
@@ -143,6 +145,7 @@ Q_SIGNALS:
     void reloaded();       ///< after every reload, changed or not
     void graphHeightChanged();
     void created();
+    void holdsEditsChanged();
     void told(const QString &text);
     void problem(const QString &text);
     /** For the notice with its undo. */

@@ -13,13 +13,6 @@ namespace
 
 constexpr double broadestColumn = 420;
 
-const IssueBoard::Row *boardRow(const IssueStore &store, const QString &key)
-{
-    const auto &rows = store.board().rows;
-    const auto it = std::ranges::find(rows, key, [](const auto &row) { return row.id.toLower(); });
-    return it == rows.end() ? nullptr : &*it;
-}
-
 QString metaOf(const IssueDocument &doc, const IssueStatus &status)
 {
     if (status.kind == IssueStatus::Kind::Unset) {
@@ -46,7 +39,7 @@ KanbanCard KanbanCards::card(const IssueGraph::Node &node, const IssueStore &sto
         card.progress = item->doc.progress;
     } else {
         card.meta = u"파일 없음 · 보드에만 있음"_s;
-        if (const auto *row = boardRow(store, node.key)) {
+        if (const auto *row = store.boardRowWithID(node.key)) {
             card.priority = row->priority.value_or(QString());
         }
     }
