@@ -1,8 +1,11 @@
-// The two ways to draw the links of a graph, held against each other, and the item in a window.
+// The two ways to draw the links of a graph, held against each other; the item in a window; and cards that
+// are too small to be read.
 #include "support/TestRegistry.h"
+#include "ui/issues/CardSketchNodes.h"
 #include "ui/issues/GraphLinksItem.h"
 #include "ui/issues/LinkMesh.h"
 #include "ui/issues/LinkNodes.h"
+#include "ui/issues/LinkTiles.h"
 
 #include <QDir>
 #include <QPainter>
@@ -220,6 +223,102 @@ private Q_SLOTS:
         const QImage some = rastered(linkMesh(drawing, ink, part), ink, sheet(layout.size, 1), 1);
         QCOMPARE(some.copy(part), all.copy(part));
         QVERIFY(inkOn(some, some.rect()) < inkOn(all, all.rect()) * 0.9);
+    }
+
+    void squaresAreDrawnOnce()
+    {
+        const IssueGraph::Layout layout = smallLayout();
+        const auto drawing = std::make_shared<const LinkDrawing>(drawingOf(layout));
+        LinkTiles tiles;
+        tiles.setDrawing(drawing, inks);
+        const auto paintAt = [&](QPoint pan, double scale, QImage &image) {
+            image = QImage(500, 400, QImage::Format_ARGB32_Premultiplied);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.translate(pan);
+            painter.scale(scale, scale);
+            return tiles.paint(painter, image.rect());
+        };
+        QImage image;
+        QImage direct(500, 400, QImage::Format_ARGB32_Premultiplied);
+        direct.fill(Qt::white);
+        QPainter painter(&direct);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.translate(-120, 30);
+        paintLinks(painter, *drawing, inks, {0, 0, 2000, 2000});
+        painter.end();
+        QVERIFY(paintAt({-120, 30}, 1, image) > 0);
+        keep(image, u"links-squares"_s);
+        QVERIFY(inkOn(direct, direct.rect()) > 20);
+        QVERIFY(std::abs(inkOn(image, image.rect()) - inkOn(direct, direct.rect())) < 2);
+        QCOMPARE(paintAt({-110, 24}, 1, image), 0);
+        const auto known = tiles.count();
+        const int more = paintAt({-110 - LinkTiles::side, 24}, 1, image);
+        QVERIFY(more > 0 && more < known);
+        (void)paintAt({-5000, 24}, 1, image);
+        QVERIFY(tiles.count() <= known + more); // what is far away is given up
+        QVERIFY(paintAt({-110, 24}, 0.5, image) > 0);
+    }
+
+    void sketchesStayInTheirFrames()
+    {
+        const auto isIn = [](const QRectF &outer, const QRectF &inner) {
+            return inner.isEmpty() || outer.adjusted(-1e-6, -1e-6, 1e-6, 1e-6).contains(inner);
+        };
+        IssueGraph::Placement placement {
+            .node = {.id = u"BILL-0123"_s, .key = {}, .title = {}, .milestone = {}},
+            .frame = {100, 50, 210, 56}};
+        for (const QString &title : {QString(), u"짧은 제목"_s, QString(300, u'가')}) {
+            placement.node.title = title;
+            placement.node.id = title.size() > 100 ? title : u"BILL-0123"_s;
+            for (double scale = 0.16; scale < 2; scale *= 1.1) {
+                const CardSketch card = CardSketch::of(placement);
+                const QRectF mark = sketchMark(card, 1 / scale);
+                QVERIFY(isIn(card.frame, mark));
+                QVERIFY(sketchMarkPixels(1 / scale) >= 4);
+                const auto parts = sketchParts(card, {}, 1 / scale);
+                for (size_t at = 0; at < parts.size(); ++at) {
+                    QVERIFY(isIn(card.frame, parts.at(at).rect));
+                    QVERIFY2(at < 3 || !parts.at(at).rect.intersects(mark),
+                             qPrintable(QString::number(scale)));
+                }
+            }
+        }
+    }
+
+    void sketchesAreDrawnInWholePixels()
+    {
+        SketchColors colors {.paper = Qt::white,
+                             .ground = Qt::yellow,
+                             .settledGround = Qt::gray,
+                             .hoveredGround = Qt::cyan,
+                             .edge = Qt::blue,
+                             .focusedEdge = Qt::red,
+                             .text = Qt::black,
+                             .settledText = Qt::black,
+                             .tones = {},
+                             .statuses = {}};
+        colors.statuses.fill(Qt::darkGreen);
+        std::vector<CardSketch> cards {{.frame = {100, 100, 210, 56}}, {.frame = {400, 100, 210, 56}}};
+        cards[1].faded = true;
+        QImage image(200, 80, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::white);
+        CardMarkImages marks;
+        QPainter painter(&image);
+        painter.translate(0.4, 0.3);
+        painter.scale(0.25, 0.25);
+        QCOMPARE(paintSketches(painter, cards, colors, marks, {0, 0, 800, 320}), 2);
+        QCOMPARE(paintSketches(painter, cards, colors, marks, {0, 0, 350, 320}), 1);
+        painter.end();
+        keep(image, u"sketches"_s);
+        QCOMPARE(image.pixelColor(25, 30),
+                 QColor(Qt::blue)); // the edge is one pixel, its corners are left out
+        QCOMPARE(image.pixelColor(26, 30), QColor(Qt::yellow));
+        QCOMPARE(image.pixelColor(25, 25), QColor(Qt::white));
+        const QColor faded = image.pixelColor(101, 30);
+        QVERIFY(faded != QColor(Qt::yellow) && faded != QColor(Qt::white));
+        QVERIFY(inkOn(image, {27, 26, 8, 12}) > inkOn(image, {60, 26, 8, 12}) + 2); // the mark
     }
 
     void showsWhatItIsGiven()

@@ -125,11 +125,12 @@ private Q_SLOTS:
         QCOMPARE(GraphCards::neighbour(set.model.layout(), from, direction), to);
     }
 
-    void holdsMoreThanIsSeen()
+    void holdsALittleMoreThanIsSeen()
     {
         const QRectF sight(300, 50, 800, 400);
         const QRectF held = GraphCards::heldWindow(sight);
-        QVERIFY(held.contains(sight.adjusted(-200, -200, 200, 200)));
+        QVERIFY(held.contains(sight));
+        QVERIFY(sight.adjusted(-300, -200, 300, 200).contains(held));
         QCOMPARE(GraphCards::heldWindow(sight.translated(20, 30)), held);
         QVERIFY(GraphCards::heldWindow(sight.translated(-20, 0)) != held); // past a step
         QVERIFY(GraphCards::heldWindow({}).isEmpty());
@@ -229,6 +230,43 @@ private Q_SLOTS:
                      }));
         }
         QVERIFY(inserted.count() < 20);
+    }
+
+    void sketchesStandInForRows()
+    {
+        IssueFolderStage folder;
+        for (int number = 0; number < 150; ++number) {
+            folder.put(u"C-%1"_s.arg(number), u"t"_s, {u"상태 | todo"_s, u"선행 | C-%1"_s.arg(number / 3)});
+        }
+        folder.look();
+        IssueGraphModel model;
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.setView(folder.view.get());
+        GraphStage &stage = *model.stage();
+        stage.setSize({900, 700});
+        const auto all = static_cast<size_t>(model.layout().placements.size());
+        const auto seen = [&] {
+            const auto layout = model.layout();
+            const QRectF held = GraphCards::heldWindow(stage.sight());
+            return std::ranges::count_if(layout.placements,
+                                         [&held](const auto &card) { return card.frame.intersects(held); });
+        };
+        stage.setUnit(2);
+        stage.zoomBy(0.3 / stage.zoom(), {});
+        QVERIFY(!stage.isTiny()); // what is read counts, not the zoom
+        stage.setUnit(1);
+        stage.zoomBy(4, {});
+        QTRY_COMPARE(model.rowCount(), seen());
+        stage.zoomBy(0.01, {});
+        QVERIFY(stage.isTiny());
+        QCOMPARE(model.sketches().size(), all);
+
+        stage.zoomBy(2.4, {});
+        QVERIFY(!stage.isTiny());
+        QVERIFY(model.rowCount() < seen()); // not all of them at once, and none is missing meanwhile
+        QVERIFY(model.rowCount() + static_cast<int>(model.sketches().size()) >= seen());
+        QTRY_COMPARE(model.rowCount(), seen());
+        QVERIFY(model.sketches().empty());
     }
 };
 

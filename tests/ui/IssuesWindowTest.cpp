@@ -141,6 +141,7 @@ private Q_SLOTS:
         theatre.press(Qt::Key_2, Qt::ControlModifier);
         QCOMPARE(house.view().section(), IssuesView::Section::Graph);
         const auto *window = theatre.window();
+        QTRY_COMPARE(window->activeFocusItem()->objectName(), u"graphCanvas"_s);
         theatre.press(Qt::Key_3, Qt::ControlModifier);
         QTRY_COMPARE(window->activeFocusItem()->objectName(), u"kanbanArea"_s);
         theatre.press(Qt::Key_1, Qt::ControlModifier);

@@ -15,7 +15,7 @@ namespace
 {
 
 constexpr double stepAcross = IssueGraph::Measures::columnPitch;
-constexpr double stepDown = 4 * IssueGraph::Measures::cardPitch;
+constexpr double stepDown = 2 * IssueGraph::Measures::cardPitch;
 
 const Placement *placed(const IssueGraph::Layout &layout, const QString &key)
 {
@@ -104,8 +104,8 @@ QRectF GraphCards::heldWindow(const QRectF &sight)
     if (sight.isEmpty()) {
         return {};
     }
-    const auto floorTo = [](double at, double step) { return (std::floor(at / step) - 1) * step; };
-    const auto ceilTo = [](double at, double step) { return (std::ceil(at / step) + 1) * step; };
+    const auto floorTo = [](double at, double step) { return std::floor(at / step) * step; };
+    const auto ceilTo = [](double at, double step) { return std::ceil(at / step) * step; };
     return {QPointF(floorTo(sight.left(), stepAcross), floorTo(sight.top(), stepDown)),
             QPointF(ceilTo(sight.right(), stepAcross), ceilTo(sight.bottom(), stepDown))};
 }

@@ -29,8 +29,9 @@ enum class Direction { Left, Right, Up, Down };
 [[nodiscard]] QString neighbour(const IssueGraph::Layout &layout, const QString &key, Direction direction);
 
 /**
- * What has delegates while `sight`, in points of the layout, is seen: wider than that, and moving in steps,
- * so that most frames of a pan change nothing. Null for an empty sight.
+ * What has delegates while `sight`, in points of the layout, is seen. It moves in steps, so that most frames
+ * of a pan change nothing, and is hardly wider: what is held out of sight makes every frame slower. Null for
+ * an empty sight.
  */
 [[nodiscard]] QRectF heldWindow(const QRectF &sight);
 

@@ -26,6 +26,8 @@ class GraphStage : public QObject
     /** Pixels for a point of the layout. */
     Q_PROPERTY(qreal scale READ scale NOTIFY changed)
     Q_PROPERTY(qreal zoom READ zoom NOTIFY changed)
+    /** The words of cards could not be read at this scale. */
+    Q_PROPERTY(bool tiny READ isTiny NOTIFY changed)
     Q_PROPERTY(QPointF pan READ pan NOTIFY changed)
     Q_PROPERTY(QRectF sight READ sight NOTIFY changed)
     Q_PROPERTY(int percent READ percent NOTIFY changed)
@@ -41,6 +43,7 @@ public:
     void setUnit(qreal unit);
     [[nodiscard]] qreal scale() const { return m_viewport.zoom * m_unit; }
     [[nodiscard]] qreal zoom() const { return m_viewport.zoom; }
+    [[nodiscard]] bool isTiny() const { return scale() < tinyScale; }
     [[nodiscard]] QPointF pan() const { return m_viewport.pan; }
     [[nodiscard]] int percent() const { return m_viewport.percent(); }
     [[nodiscard]] bool canZoomIn() const { return m_viewport.canZoomIn(); }
@@ -75,6 +78,8 @@ Q_SIGNALS:
     void fitted(); ///< a picture that was not shown before
 
 private:
+    static constexpr double tinyScale = 0.45; // letters are not six pixels high
+
     void set(const IssueGraphViewport &viewport);
     void fitNew();
 

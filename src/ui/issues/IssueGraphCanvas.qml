@@ -28,10 +28,17 @@ Item {
         value: Qt.size(canvas.width, canvas.height)
     }
 
-    Component.onCompleted: graph.drawLinks(links)
+    Component.onCompleted: {
+        graph.drawLinks(links)
+        graph.drawSketches(sketches)
+    }
 
     Item {
         id: picture
+
+        readonly property int line: Math.max(1, Math.round(1 / canvas.graph.stage.zoom))
+        readonly property bool scaled: canvas.graph.stage.percent !== 100
+
         x: canvas.graph.stage.pan.x
         y: canvas.graph.stage.pan.y
         scale: canvas.graph.stage.scale
@@ -46,16 +53,43 @@ Item {
             openColor: Theme.warning
             resolvedColor: Theme.text2
         }
-        Repeater {
-            model: canvas.graph
+        GraphCardSketches {
+            id: sketches
+            zoom: canvas.graph.stage.scale
+        }
+        Item {
+            x: canvas.graph.hoverFrame.x
+            y: canvas.graph.hoverFrame.y
+            width: canvas.graph.hoverFrame.width
+            height: canvas.graph.hoverFrame.height
 
-            delegate: IssueGraphCard {
-                tiny: canvas.graph.stage.zoom < 0.4
-                onChosen: canvas.graph.choose(key)
+            HoverTip {
+                wanted: canvas.graph.hoverText.length > 0
+                text: canvas.graph.hoverText
+            }
+        }
+        Item {
+            visible: !canvas.graph.stage.tiny
+
+            Repeater {
+                model: canvas.graph
+
+                delegate: IssueGraphCard {
+                    line: picture.line
+                    scaled: picture.scaled
+                    onChosen: canvas.graph.choose(key)
+                }
             }
         }
     }
 
+    HoverHandler {
+        onPointChanged: canvas.graph.hover(point.position)
+        onHoveredChanged: {
+            if (!hovered)
+                canvas.graph.leave()
+        }
+    }
     PinchHandler {
         property real last: 1
 

@@ -17,8 +17,12 @@ Item {
     required property bool focused
     required property bool context
     required property bool settled
-    // Too small to be read: the mark alone is shown, larger.
-    property bool tiny: false
+
+    // Of its edge, so that it is about a pixel of the screen at every zoom.
+    property int line: 1
+    // Letters drawn for the screen's own pixels lose strokes when they are scaled.
+    property bool scaled: false
+    readonly property int lettering: scaled ? Text.QtRendering : Text.NativeRendering
 
     readonly property list<color> tones: [Theme.text3, Theme.success, Theme.warning, Theme.danger]
 
@@ -42,18 +46,17 @@ Item {
         height: card.height * Theme.scale
         scale: 1 / Theme.scale
         transformOrigin: Item.TopLeft
-        radius: card.tiny ? 0 : Theme.radius
+        radius: Theme.radius
         color: card.settled || card.context ? Theme.panel : hover.hovered ? Theme.hover : Theme.raised
-        border.width: card.focused ? 2 : 1
+        border.width: card.focused ? 2 * card.line : card.line
         border.color: card.focused ? Theme.accent : Theme.line2
 
         StatusMark {
             id: mark
             x: 10
-            y: card.tiny ? (parent.height - height) / 2 : Theme.px(8)
-            smooth: !card.tiny
+            y: Theme.px(8)
             status: card.status
-            size: card.tiny ? 30 : 14
+            size: 14
         }
         Label {
             anchors.left: mark.right
@@ -62,9 +65,9 @@ Item {
             anchors.rightMargin: 6
             y: Theme.px(6)
             height: Theme.codeSmallLine
-            visible: !card.tiny
             text: card.issueId
             font: Theme.codeSmall
+            renderType: card.lettering
             color: Theme.text2
             Accessible.ignored: true
         }
@@ -75,20 +78,21 @@ Item {
             y: Theme.px(6)
             width: Math.min(implicitWidth, parent.width * 0.6)
             height: Theme.codeSmallLine
-            visible: !card.tiny
             text: card.note
             font: Theme.meta
+            renderType: card.lettering
             color: card.tones[card.tone]
             Accessible.ignored: true
         }
-        Label {
+        StruckLabel {
             x: 10
             y: Theme.px(26)
             width: parent.width - 20
             height: Theme.px(24)
-            visible: !card.tiny
             text: card.title
-            font.strikeout: card.status === 5
+            renderType: card.lettering
+            struck: card.status === 5
+            thickness: card.line
             color: card.settled ? Theme.text3 : Theme.text
             Accessible.ignored: true
         }

@@ -52,8 +52,13 @@ IssueGraphModel::IssueGraphModel(QObject *parent)
     : QAbstractListModel(parent)
     , m_prepared(std::make_shared<IssueGraphMemo::Prepared>())
 {
-    connect(&m_stage, &GraphStage::changed, this, [this] { updateSight(false); });
+    connect(&m_stage, &GraphStage::changed, this, [this] {
+        updateSight(false);
+        followPointer();
+    });
     connect(&m_stage, &GraphStage::fitted, this, &IssueGraphModel::revealFocus);
+    m_fillLater.setSingleShot(true);
+    connect(&m_fillLater, &QTimer::timeout, this, [this] { updateRows(false); });
 }
 
 void IssueGraphModel::setView(IssuesView *view)
@@ -78,8 +83,10 @@ void IssueGraphModel::update()
     m_prepared = m_view->memo().prepared(graph, m_milestone);
     const auto &placements = m_prepared->layout.placements;
     m_placeOf.clear();
+    m_sketches.clear();
     for (qsizetype place = 0; place < placements.size(); ++place) {
         m_placeOf.insert(placements[place].node.key, place);
+        m_sketches.push_back(CardSketch::of(placements[place]));
     }
     m_problems.show(graph.problems);
     m_chain = m_focusKey.isEmpty()
@@ -90,6 +97,7 @@ void IssueGraphModel::update()
     }
     m_stage.show(m_milestone, m_prepared->layout.size);
     updateSight(true);
+    followPointer();
     Q_EMIT pictureChanged();
     Q_EMIT focusChanged();
 }
@@ -117,20 +125,51 @@ void IssueGraphModel::setShowsResolved(bool shows)
 
 void IssueGraphModel::updateSight(bool anew)
 {
-    const QRectF held = GraphCards::heldWindow(m_stage.sight());
-    if (!anew && held == m_held) {
-        return;
+    const QRectF held = m_stage.isTiny() ? QRectF() : GraphCards::heldWindow(m_stage.sight());
+    if (anew || held != m_held) {
+        m_held = held;
+        updateRows(anew);
     }
-    m_held = held;
-    QSet<QString> wanted;
+}
+
+QStringList IssueGraphModel::wantedRows() const
+{
+    QStringList wanted;
+    if (m_stage.isTiny()) {
+        std::ranges::copy_if(m_rows, std::back_inserter(wanted),
+                             [this](const auto &key) { return card(key); });
+        return wanted;
+    }
+    QList<const IssueGraph::Placement *> seen;
     for (const auto &card : m_prepared->layout.placements) {
-        if (card.frame.intersects(held)) {
-            wanted.insert(card.node.key);
+        if (card.frame.intersects(m_held)) {
+            seen.append(&card);
         }
     }
-    QSet<QString> come = wanted;
-    for (const QString &key : std::as_const(m_rows)) {
-        come.remove(key);
+    const QPointF middle = m_held.center();
+    std::ranges::sort(seen, {}, [&middle](const auto *card) {
+        const QPointF way = card->frame.center() - middle;
+        return QPointF::dotProduct(way, way);
+    });
+    for (const auto *card : std::as_const(seen)) {
+        wanted.append(card->node.key);
+    }
+    return wanted;
+}
+
+void IssueGraphModel::updateRows(bool anew)
+{
+    constexpr qsizetype mostAtOnce = 48; // what a frame has time for
+    QStringList come = wantedRows();
+    const QSet<QString> wanted(come.cbegin(), come.cend());
+    const QSet<QString> known(m_rows.cbegin(), m_rows.cend());
+    come.removeIf([&known](const QString &key) { return known.contains(key); });
+    const bool isMore = !anew && !m_rows.isEmpty() && come.size() > mostAtOnce;
+    if (isMore) {
+        come.resize(mostAtOnce);
+        m_fillLater.start();
+    } else {
+        m_fillLater.stop();
     }
     auto next = come.cbegin();
     for (int row = 0; row < m_rows.size(); ++row) {
@@ -142,7 +181,7 @@ void IssueGraphModel::updateSight(bool anew)
         }
         Q_EMIT dataChanged(index(row), index(row));
     }
-    for (int row = static_cast<int>(m_rows.size()) - 1; row >= 0; --row) {
+    for (int row = static_cast<int>(m_rows.size()) - 1; row >= 0 && !isMore; --row) {
         if (!wanted.contains(m_rows[row])) {
             beginRemoveRows({}, row, row);
             m_rows.removeAt(row);
@@ -156,6 +195,33 @@ void IssueGraphModel::updateSight(bool anew)
         m_rows += added;
         endInsertRows();
     }
+    Q_EMIT sketchesChanged();
+}
+
+std::vector<CardSketch> IssueGraphModel::sketches() const
+{
+    const bool all = m_stage.isTiny();
+    const QSet<QString> shown = all ? QSet<QString>() : QSet<QString>(m_rows.cbegin(), m_rows.cend());
+    std::vector<CardSketch> sketches;
+    for (size_t at = 0; at < m_sketches.size(); ++at) {
+        const QString &key = m_prepared->layout.placements[static_cast<qsizetype>(at)].node.key;
+        if (!all && (shown.contains(key) || !m_sketches[at].frame.intersects(m_held))) {
+            continue;
+        }
+        CardSketch sketch = m_sketches[at];
+        sketch.hovered = key == m_hoverKey;
+        sketch.focused = key == m_focusKey;
+        sketch.faded = !m_chain.isEmpty() && !m_chain.contains(key) && !sketch.hovered;
+        sketches.push_back(sketch);
+    }
+    return sketches;
+}
+
+void IssueGraphModel::drawSketches(GraphCardsItem *sketches)
+{
+    const auto give = [this, sketches] { sketches->setCards(this->sketches()); };
+    connect(this, &IssueGraphModel::sketchesChanged, sketches, give);
+    give();
 }
 
 void IssueGraphModel::drawLinks(GraphLinksItem *links)
@@ -251,17 +317,56 @@ void IssueGraphModel::focus(const QString &key)
     if (!m_rows.isEmpty()) {
         Q_EMIT dataChanged(index(0), index(static_cast<int>(m_rows.size()) - 1), {InChainRole, FocusedRole});
     }
+    Q_EMIT sketchesChanged();
     Q_EMIT focusChanged();
+}
+
+QString IssueGraphModel::wordsOf(const QString &key, const QString &between) const
+{
+    const auto *known = card(key);
+    if (!known) {
+        return {};
+    }
+    const QString note = GraphCards::note(known->node).text;
+    return known->node.id + between + known->node.title + (note.isEmpty() ? QString() : between + note);
 }
 
 QString IssueGraphModel::focusText() const
 {
-    const auto *focused = card(m_focusKey);
-    if (!focused) {
-        return {};
+    return wordsOf(m_focusKey, u", "_s);
+}
+
+QString IssueGraphModel::hoverText() const
+{
+    return wordsOf(m_hoverKey, u" · "_s);
+}
+
+QRectF IssueGraphModel::hoverFrame() const
+{
+    const auto *hovered = card(m_hoverKey);
+    return hovered ? hovered->frame : QRectF();
+}
+
+void IssueGraphModel::hover(QPointF point)
+{
+    m_pointer = point;
+    followPointer();
+}
+
+void IssueGraphModel::leave()
+{
+    m_pointer.reset();
+    followPointer();
+}
+
+void IssueGraphModel::followPointer()
+{
+    const QString key = m_pointer && m_stage.isTiny() ? keyAt(*m_pointer) : QString();
+    if (m_hoverKey != key) {
+        m_hoverKey = key;
+        Q_EMIT sketchesChanged();
+        Q_EMIT hoverChanged();
     }
-    const QString note = GraphCards::note(focused->node).text;
-    return focused->node.id + u", "_s + focused->node.title + (note.isEmpty() ? QString() : u", "_s + note);
 }
 
 int IssueGraphModel::rowCount(const QModelIndex &parent) const

@@ -3,6 +3,7 @@
 
 #include "issues/IssueGraphMemo.h"
 #include "ui/controls/KeyedRowsModel.h"
+#include "ui/issues/GraphCardsItem.h"
 #include "ui/issues/GraphLinksItem.h"
 #include "ui/issues/GraphStage.h"
 #include "ui/issues/IssuesView.h"
@@ -11,9 +12,12 @@
 #include <QHash>
 #include <QSet>
 #include <QStringList>
+#include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace Vesk
 {
@@ -39,8 +43,10 @@ private:
 };
 
 /**
- * Rows are the cards in and around the sight, in no order: a row that is not needed any more becomes the next
- * card that is. Points are the layout's, but where a function says that they are the pane's.
+ * Rows are the cards in sight, in no order: a row that is not needed any more becomes the next card that is.
+ * When many come into sight at once some of them are rows only a moment later, and while the picture is tiny
+ * rows stay as they are; the sketches show what is no row, or not shown. Points are the layout's, but where a
+ * function says that they are the pane's.
  */
 class IssueGraphModel : public QAbstractListModel
 {
@@ -60,6 +66,9 @@ class IssueGraphModel : public QAbstractListModel
     Q_PROPERTY(QString focusKey READ focusKey NOTIFY focusChanged)
     /** In words, for who does not see the picture. */
     Q_PROPERTY(QString focusText READ focusText NOTIFY focusChanged)
+    /** The card under the pointer while the picture is tiny, in words. */
+    Q_PROPERTY(QString hoverText READ hoverText NOTIFY hoverChanged)
+    Q_PROPERTY(QRectF hoverFrame READ hoverFrame NOTIFY hoverChanged)
 
 public:
     enum Role {
@@ -97,16 +106,23 @@ public:
     [[nodiscard]] int blockedCount() const { return m_prepared->scoped.blockedCount(); }
     [[nodiscard]] const QString &focusKey() const { return m_focusKey; }
     [[nodiscard]] QString focusText() const;
+    [[nodiscard]] QString hoverText() const;
+    [[nodiscard]] QRectF hoverFrame() const;
     [[nodiscard]] const QSet<QString> &chain() const { return m_chain; }
 
     /** Gives this item what it is to draw, now and whenever that changes. */
     Q_INVOKABLE void drawLinks(Vesk::GraphLinksItem *links);
+    Q_INVOKABLE void drawSketches(Vesk::GraphCardsItem *sketches);
+    [[nodiscard]] std::vector<CardSketch> sketches() const;
 
     /** A click at this point of the pane: the card there is chosen and its chain focused; beside all cards
        the focus goes. */
     Q_INVOKABLE void click(QPointF point);
     /** Opens what is at this point of the pane, if anything is. */
     Q_INVOKABLE void openAt(QPointF point);
+    /** The pointer is at this point of the pane. */
+    Q_INVOKABLE void hover(QPointF point);
+    Q_INVOKABLE void leave();
     Q_INVOKABLE void choose(const QString &key);
     Q_INVOKABLE void clearFocus() { focus({}); }
     /** Moves the focus by an arrow key. */
@@ -125,13 +141,20 @@ Q_SIGNALS:
     void pictureChanged();
     void showsResolvedChanged();
     void focusChanged();
+    void hoverChanged();
+    void sketchesChanged();
 
 private:
     void update();
+    /** `anew`: cards may have changed where they stand. */
     void updateSight(bool anew);
+    void updateRows(bool anew);
+    [[nodiscard]] QStringList wantedRows() const; ///< from the middle of the sight outwards
+    [[nodiscard]] QString wordsOf(const QString &key, const QString &between) const;
     void focus(const QString &key);
     void followSelection();
     void revealFocus();
+    void followPointer();
     void open(const QString &id);
     [[nodiscard]] QString keyAt(QPointF point) const;
     [[nodiscard]] const IssueGraph::Placement *card(const QString &key) const;
@@ -145,8 +168,12 @@ private:
     QHash<QString, qsizetype> m_placeOf; // in the layout, by key
     QString m_focusKey;
     QSet<QString> m_chain;
-    QRectF m_held;
+    QRectF m_held;      // null while tiny
     QStringList m_rows; // keys
+    QTimer m_fillLater;
+    std::vector<CardSketch> m_sketches; // of all cards, as they are without focus and pointer
+    std::optional<QPointF> m_pointer;
+    QString m_hoverKey;
 };
 
 } // namespace Vesk

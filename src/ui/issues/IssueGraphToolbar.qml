@@ -17,6 +17,9 @@ Item {
                                { parent: problemsButton, graph: bar.graph, visible: true })
     }
 
+    // Without room for all, the words go first that stand elsewhere too.
+    readonly property bool narrow: width < Theme.px(680)
+
     implicitHeight: Theme.px(38)
     Accessible.role: Accessible.ToolBar
     Accessible.name: "의존관계 도구"
@@ -38,6 +41,7 @@ Item {
 
         Label {
             height: parent.height
+            visible: !bar.narrow
             text: "의존관계"
             font: Theme.secondaryBold
         }
@@ -79,8 +83,10 @@ Item {
             kind: VButton.Quiet
             iconName: "warning"
             ink: Theme.warning
-            text: "관계 문제 " + bar.graph.problems.count
+            text: (bar.narrow ? "" : "관계 문제 ") + bar.graph.problems.count
             font: Theme.secondary
+            tip: bar.narrow ? "관계 문제" : ""
+            Accessible.name: "관계 문제 " + bar.graph.problems.count
             Accessible.role: Accessible.ButtonMenu
             onClicked: bar.toggleProblems()
         }

@@ -7,6 +7,8 @@ FocusScope {
     id: sections
 
     required property IssuesView view
+    // A section that comes takes the keyboard, too.
+    property bool takesFocus: true
 
     function focusList(): void { list.focusList() }
     function focusSearch(): void {
@@ -71,6 +73,10 @@ FocusScope {
         visible: sections.listed
         view: sections.view
         onDetailWanted: detail.forceActiveFocus(Qt.TabFocusReason)
+        onVisibleChanged: {
+            if (visible && sections.takesFocus)
+                sections.focusList()
+        }
     }
     Hairline {
         id: edge
@@ -149,6 +155,10 @@ FocusScope {
                 setSource(file, { view: sections.view })
             else
                 source = ""
+        }
+        onLoaded: {
+            if (sections.takesFocus)
+                (item as Item).forceActiveFocus(Qt.ShortcutFocusReason)
         }
     }
 }

@@ -63,6 +63,7 @@ Window {
             width: parent.width
             visible: window.view.folderState === IssuesView.Ready
             view: window.view
+            takesFocus: !header.activeFocus
         }
         IssueNotices {
             anchors.right: parent.right

@@ -86,8 +86,7 @@ LinkPainterNode::LinkPainterNode(QQuickWindow &window, QRectF bounds)
 void LinkPainterNode::setDrawing(std::shared_ptr<const LinkDrawing> drawing, const LinkColors &colors,
                                  QRectF bounds)
 {
-    m_drawing = std::move(drawing);
-    m_colors = colors;
+    m_tiles.setDrawing(std::move(drawing), colors);
     m_bounds = bounds;
     markDirty(DirtyMaterial);
 }
@@ -96,7 +95,7 @@ void LinkPainterNode::render(const RenderState *state)
 {
     auto *const painter = static_cast<QPainter *>(
         m_window.rendererInterface()->getResource(&m_window, QSGRendererInterface::PainterResource));
-    if (!painter || !m_drawing) {
+    if (!painter) {
         return;
     }
     painter->save();
@@ -106,8 +105,8 @@ void LinkPainterNode::render(const RenderState *state)
     }
     painter->setTransform(matrix()->toTransform());
     painter->setOpacity(inheritedOpacity());
-    painter->setRenderHint(QPainter::Antialiasing);
-    paintLinks(*painter, *m_drawing, m_colors, painter->clipBoundingRect().intersected(m_bounds));
+    const QRectF area = painter->clipBoundingRect().intersected(m_bounds);
+    m_tiles.paint(*painter, painter->deviceTransform().mapRect(area).toAlignedRect());
     painter->restore();
 }
 
@@ -139,6 +138,7 @@ qsizetype paintLinks(QPainter &painter, const LinkDrawing &drawing, const LinkCo
             painter.setPen(Qt::NoPen);
             painter.setBrush(inked(line.stroke.opacity));
             painter.drawConvexPolygon(path.arrow.data(), static_cast<int>(path.arrow.size()));
+            drawn += static_cast<qsizetype>(path.arrow.size());
         }
     }
     return drawn;

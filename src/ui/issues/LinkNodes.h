@@ -3,6 +3,7 @@
 
 #include "ui/issues/LinkInk.h"
 #include "ui/issues/LinkPaths.h"
+#include "ui/issues/LinkTiles.h"
 
 #include <QRectF>
 #include <QSGGeometryNode>
@@ -50,12 +51,11 @@ public:
 private:
     QQuickWindow &m_window;
     QRectF m_bounds;
-    std::shared_ptr<const LinkDrawing> m_drawing;
-    LinkColors m_colors;
+    LinkTiles m_tiles;
 };
 
-/** Draws the lines that may be seen in `area`, in points of the layout. Returns how many points they have
- * there. */
+/** Draws the lines that may be seen in `area`, in points of the layout. Returns how many points they and
+ * their arrows have there. */
 qsizetype paintLinks(QPainter &painter, const LinkDrawing &drawing, const LinkColors &colors,
                      const QRectF &area);
 

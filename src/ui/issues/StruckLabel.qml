@@ -6,12 +6,13 @@ Label {
     id: label
 
     property bool struck: false
+    property int thickness: 1
 
     Rectangle {
         visible: label.struck
         anchors.verticalCenter: parent.verticalCenter
         width: Math.min(label.contentWidth, label.width)
-        height: 1
+        height: label.thickness
         color: label.color
     }
 }
