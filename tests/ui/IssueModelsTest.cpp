@@ -156,6 +156,11 @@ private Q_SLOTS:
         QVERIFY(!IssueText::toggledTask(u"- [?] a"_s, 3));
         QVERIFY(!IssueText::toggledTask(u"- [ ] a"_s, -1));
         QVERIFY(!IssueText::toggledTask(u"- [ ] a"_s, 40));
+        QCOMPARE(IssueText::caretAfter(u"a\nb"_s, u"x\na\nb"_s, 3), 5);
+        QCOMPARE(IssueText::caretAfter(u"one\ntwo\nthree"_s, u"ONE\nnew\ntwo\nTHREE"_s, 5), 9);
+        QCOMPARE(IssueText::caretAfter(u"one\ntwo\nthree"_s, u"ONE\nT\nTHREE"_s, 6),
+                 5); // that line is another
+        QCOMPARE(IssueText::caretAfter(u"one\ntwo\nthree"_s, QString(), 13), 0);
         QCOMPARE(IssueText::withEdit(u"a\r\nb\r\nc"_s, u"a\nb\nx\nc"_s), u"a\r\nb\r\nx\r\nc"_s);
         QCOMPARE(IssueText::withEdit(u"a\r\nb\nc\u00A0"_s, u"a\nbb\nc\u00A0"_s), u"a\r\nbb\nc\u00A0"_s);
         const auto texts =

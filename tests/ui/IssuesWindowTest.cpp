@@ -206,6 +206,43 @@ private Q_SLOTS:
         QVERIFY(read(path).startsWith(before.left(before.size() - 2)));
     }
 
+    void readingAgainKeepsThePlace()
+    {
+        IssueHouse house;
+        auto &theatre = *house.theatre;
+        QString text = u"# BILL-004 · 긴 것\n\n"_s;
+        for (int line = 0; line < 300; ++line) {
+            text += u"line %1 of many\n"_s.arg(line);
+        }
+        write(house.file(fourth), text);
+        house.view().reload();
+        house.view().select(house.file(fourth));
+        theatre.click(u"나란히"_s);
+        auto *editor = house.named(u"issueEditor"_s);
+        const auto lineOf = [editor] {
+            const int at = editor->property("cursorPosition").toInt();
+            return editor->property("text").toString().mid(at - 4, 16);
+        };
+        const auto height = [editor] {
+            return editor->mapRectToScene(editor->property("cursorRectangle").toRectF()).top();
+        };
+        editor->forceActiveFocus();
+        editor->setProperty("cursorPosition", text.indexOf(u"150 of"_s));
+        theatre.type(u"typed "_s);
+        for (int step = 0; step < 5; ++step) {
+            theatre.press(Qt::Key_Up);
+        }
+        const QString line = lineOf();
+        const double before = height();
+        write(house.file(fourth), u"# BILL-004 · 긴 것\n\nnew\nnew\n"_s + text.mid(18) + u"at the end\n"_s);
+        QTRY_VERIFY(theatre.shows(u"다시 읽기"_s));
+        theatre.click(u"다시 읽기"_s);
+        QVERIFY(editor->property("text").toString().contains(u"at the end"));
+        QCOMPARE(lineOf(), line);
+        QVERIFY(std::abs(height() - before) < 60); // the row that told of the conflict has gone
+        QCOMPARE(theatre.warnings(), QStringList());
+    }
+
     void aBoxIsTickedByTheMouse()
     {
         IssueHouse house;

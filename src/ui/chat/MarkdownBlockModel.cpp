@@ -110,6 +110,20 @@ QString codeRest(const QString &code)
         .arg(std::max<qsizetype>(rest.count(u'\n'), 1));
 }
 
+/** How many blocks at the end are shown alike, of `most`: they may stand elsewhere in the text. */
+qsizetype sameAtEnd(const QList<MarkdownBlock> &before, const QList<MarkdownBlock> &after, qsizetype most)
+{
+    const auto isAlike = [](const MarkdownBlock &one, MarkdownBlock other) {
+        other.taskAt = one.taskAt;
+        return one == other;
+    };
+    qsizetype same = 0;
+    while (same < most && isAlike(before[before.size() - 1 - same], after[after.size() - 1 - same])) {
+        ++same;
+    }
+    return same;
+}
+
 } // namespace
 
 MarkdownBlockModel::MarkdownBlockModel(QObject *parent)
@@ -243,23 +257,26 @@ void MarkdownBlockModel::read()
 void MarkdownBlockModel::show(const QList<MarkdownBlock> &blocks)
 {
     const auto before = m_blocks.size();
-    const auto kept = std::min(before, blocks.size());
-    if (before > kept) {
-        beginRemoveRows({}, static_cast<int>(kept), static_cast<int>(before) - 1);
-        m_blocks.resize(kept);
+    const auto head = firstDifference(m_blocks, blocks);
+    const auto tail = sameAtEnd(m_blocks, blocks, std::min(before, blocks.size()) - head);
+    const auto fresh = blocks.size() - head - tail;
+    const auto kept = std::min(before - head - tail, fresh);
+    const auto rest = static_cast<int>(head + kept);
+    if (const auto gone = before - head - tail - kept; gone > 0) {
+        beginRemoveRows({}, rest, rest + static_cast<int>(gone) - 1);
+        m_blocks.remove(rest, gone);
         endRemoveRows();
     }
-    for (auto i = firstDifference(m_blocks, blocks); i < kept; ++i) {
-        if (m_blocks.at(i) != blocks.at(i)) {
-            m_blocks[i] = blocks.at(i);
-            const auto changed = index(static_cast<int>(i));
-            Q_EMIT dataChanged(changed, changed);
-        }
+    if (kept > 0) {
+        std::copy_n(blocks.begin() + head, kept, m_blocks.begin() + head);
+        Q_EMIT dataChanged(index(static_cast<int>(head)), index(rest - 1));
     }
-    if (blocks.size() > kept) {
-        beginInsertRows({}, static_cast<int>(kept), static_cast<int>(blocks.size()) - 1);
-        m_blocks.append(blocks.mid(kept));
+    if (fresh > kept) {
+        beginInsertRows({}, rest, static_cast<int>(head + fresh) - 1);
+        m_blocks = blocks;
         endInsertRows();
+    } else {
+        m_blocks = blocks; // where those stand that are as they were
     }
     // Where the text ends has moved: the row that was last no longer is, or another one has become it.
     if (before != blocks.size()) {

@@ -97,18 +97,10 @@ void MarkdownColumn::setBlocks(MarkdownBlockModel *blocks)
     m_blocks = blocks;
     m_limit = shownAtOnce;
     if (m_blocks) {
-        connect(m_blocks, &QAbstractItemModel::rowsInserted, this, [this] {
-            if (!m_nextSlice.isActive()) {
-                build(firstSlice);
-            }
-            Q_EMIT hiddenCountChanged();
-        });
+        connect(m_blocks, &QAbstractItemModel::rowsInserted, this,
+                [this](const QModelIndex &, int first, int last) { insertRows(first, last); });
         connect(m_blocks, &QAbstractItemModel::rowsRemoved, this,
-                [this](const QModelIndex &, int first, int) {
-                    dropFrom(first);
-                    layOut();
-                    Q_EMIT hiddenCountChanged();
-                });
+                [this](const QModelIndex &, int first, int last) { removeRows(first, last); });
         connect(m_blocks, &QAbstractItemModel::dataChanged, this,
                 [this](const QModelIndex &first, const QModelIndex &last, const QList<int> &roles) {
                     if (roles != QList<int> {MarkdownBlockModel::IsLastRole}) {
@@ -178,9 +170,51 @@ void MarkdownColumn::build(int atMost)
     layOut();
 }
 
-void MarkdownColumn::make(Block &block, int row)
+void MarkdownColumn::insertRows(int first, int last)
 {
-    auto *engine = qmlEngine(this);
+    if (first >= builtCount()) {
+        if (!m_nextSlice.isActive()) {
+            build(firstSlice);
+        }
+    } else if (last - first >= slice) {
+        dropFrom(first);
+        build(firstSlice);
+    } else {
+        m_busy = true;
+        for (int row = first; row <= last; ++row) {
+            make(*m_built.emplace(m_built.begin() + row), row);
+        }
+        if (first == 0) {
+            measure(m_built[static_cast<size_t>(last) + 1], last + 1);
+        }
+        m_busy = false;
+        dropFrom(m_limit);
+        layOut();
+    }
+    Q_EMIT hiddenCountChanged();
+}
+
+void MarkdownColumn::removeRows(int first, int last)
+{
+    const int end = std::min(last + 1, builtCount());
+    if (first < end) {
+        for (int row = first; row < end; ++row) {
+            discard(m_built[static_cast<size_t>(row)]);
+        }
+        m_built.erase(m_built.begin() + first, m_built.begin() + end);
+    }
+    if (first == 0 && builtCount() > 0) {
+        measure(m_built.front(), 0);
+    }
+    layOut();
+    if (m_blocks && builtCount() < std::min(m_blocks->rowCount(), m_limit)) {
+        m_nextSlice.start();
+    }
+    Q_EMIT hiddenCountChanged();
+}
+
+void MarkdownColumn::measure(Block &block, int row) const
+{
     block.kind = kindOf(row);
     const int quotes = role(row, MarkdownBlockModel::QuoteDepthRole).toInt();
     const int lists = role(row, MarkdownBlockModel::ListDepthRole).toInt();
@@ -192,6 +226,13 @@ void MarkdownColumn::make(Block &block, int row)
     } else {
         block.gap = lists > 0 && role(row, MarkdownBlockModel::TightRole).toBool() ? 3 : 8;
     }
+}
+
+void MarkdownColumn::make(Block &block, int row)
+{
+    auto *engine = qmlEngine(this);
+    measure(block, row);
+    const int quotes = role(row, MarkdownBlockModel::QuoteDepthRole).toInt();
     const auto create = [&](const QString &file, const QVariantMap &properties) {
         auto *component = BlockComponents::of(engine, file);
         auto *object = component->beginCreate(engine->rootContext());
@@ -216,6 +257,12 @@ void MarkdownColumn::make(Block &block, int row)
     }
     if (!block.item) {
         return;
+    }
+    // Tab goes through the links in this order.
+    if (auto *above = row > 0 ? m_built[static_cast<size_t>(row) - 1].item : nullptr) {
+        block.item->stackAfter(above);
+    } else if (auto *first = childItems().first(); first != block.item) {
+        block.item->stackBefore(first);
     }
     connect(block.item, &QQuickItem::heightChanged, this, &MarkdownColumn::layOut);
     if (block.kind == u"code") {
@@ -252,17 +299,29 @@ void MarkdownColumn::follow(QQuickItem *text, const QString &html)
 
 void MarkdownColumn::updateRows(int first, int last)
 {
-    for (int row = first; row <= std::min(last, builtCount() - 1); ++row) {
+    const int end = std::min(last + 1, builtCount());
+    int others = 0;
+    for (int row = first; row < end && others <= slice; ++row) {
+        others += m_built[static_cast<size_t>(row)].kind != kindOf(row) ? 1 : 0;
+    }
+    if (others > slice) {
+        dropFrom(first);
+        build(firstSlice);
+        return;
+    }
+    for (int row = first; row < end; ++row) {
         auto &block = m_built[static_cast<size_t>(row)];
         const bool sameKind = block.item && block.kind == kindOf(row);
         const bool sameQuotes =
             (block.bars != nullptr) == (role(row, MarkdownBlockModel::QuoteDepthRole).toInt() > 0);
-        if (!sameKind || !sameQuotes) {
-            dropFrom(row);
-            build(firstSlice);
-            return;
-        }
         m_busy = true;
+        if (!sameKind || !sameQuotes) {
+            discard(block);
+            make(block, row);
+            m_busy = false;
+            continue;
+        }
+        measure(block, row);
         const auto properties = propertiesOf(row);
         for (auto property = properties.begin(); property != properties.end(); ++property) {
             block.item->setProperty(property.key().toLatin1().constData(), property.value());
@@ -273,15 +332,22 @@ void MarkdownColumn::updateRows(int first, int last)
     layOut();
 }
 
+void MarkdownColumn::discard(Block &block) const
+{
+    for (auto *item : {block.item, block.bars}) {
+        if (item) {
+            item->disconnect(this);
+            item->setVisible(false);
+            item->deleteLater();
+        }
+    }
+    block = {};
+}
+
 void MarkdownColumn::dropFrom(int row)
 {
     while (builtCount() > row) {
-        for (auto *item : {m_built.back().item, m_built.back().bars}) {
-            if (item) {
-                item->setVisible(false);
-                item->deleteLater();
-            }
-        }
+        discard(m_built.back());
         m_built.pop_back();
     }
 }

@@ -83,8 +83,12 @@ private:
     void rebuild();
     void build(int atMost);
     void make(Block &block, int row);
+    void measure(Block &block, int row) const; ///< what its place in the text makes of it
+    void insertRows(int first, int last);
+    void removeRows(int first, int last);
     void follow(QQuickItem *text, const QString &html);
     void updateRows(int first, int last);
+    void discard(Block &block) const;
     void dropFrom(int row);
     void layOut();
     void setLinkHint(const QString &address, QQuickItem *text);

@@ -35,15 +35,7 @@ constexpr qsizetype mostChoices = 12;
 /** How many characters of `text` are not in `saved`, or that are gone from it. */
 qsizetype changedCharacters(const QString &text, const QString &saved)
 {
-    const auto most = std::min(text.size(), saved.size());
-    qsizetype head = 0;
-    while (head < most && text[head] == saved[head]) {
-        ++head;
-    }
-    qsizetype tail = 0;
-    while (tail < most - head && text[text.size() - 1 - tail] == saved[saved.size() - 1 - tail]) {
-        ++tail;
-    }
+    const auto [head, tail] = IssueText::sameEnds(text, saved);
     const auto &longer = text.size() >= saved.size() ? text : saved;
     return Text::characterCount(longer.mid(head, longer.size() - head - tail));
 }
@@ -160,7 +152,7 @@ void IssueDetail::openSelected()
             m_view->setSelectionHeld(m_document->isDirty());
             if (m_document->isDirty() != m_unsavedSince.isValid()) {
                 m_unsavedSince = m_document->isDirty() ? QDateTime::currentDateTime() : QDateTime();
-                Q_EMIT unsavedTextChanged();
+                noteUnsaved();
             }
         });
     }
@@ -186,7 +178,7 @@ void IssueDetail::readText()
     readRefs();
     showPreview();
     Q_EMIT parsedChanged();
-    Q_EMIT unsavedTextChanged();
+    noteUnsaved();
 }
 
 void IssueDetail::readRefs()
@@ -275,13 +267,18 @@ QString IssueDetail::fileText() const
     return (path.startsWith(root) ? path.sliced(root.size()) : path).normalized(QString::NormalizationForm_C);
 }
 
-QString IssueDetail::unsavedText() const
+void IssueDetail::noteUnsaved()
 {
-    if (!m_document || !m_document->isDirty()) {
-        return {};
+    QString unsaved;
+    if (m_document && m_document->isDirty()) {
+        unsaved =
+            u"미저장 %1자 · %2부터"_s.arg(changedCharacters(m_document->text(), m_document->savedText()))
+                .arg(m_unsavedSince.toString(u"HH:mm"_s));
     }
-    return u"미저장 %1자 · %2부터"_s.arg(changedCharacters(m_document->text(), m_document->savedText()))
-        .arg(m_unsavedSince.toString(u"HH:mm"_s));
+    if (m_unsavedText != unsaved) {
+        m_unsavedText = unsaved;
+        Q_EMIT unsavedTextChanged();
+    }
 }
 
 QString IssueDetail::unreadable() const

@@ -70,7 +70,7 @@ public:
     [[nodiscard]] ChatLinks *links() { return &m_links; }
     [[nodiscard]] QString fileText() const; ///< the file, as seen from the project
     /** "미저장 128자 · 14:35부터"; empty when all is saved. */
-    [[nodiscard]] QString unsavedText() const;
+    [[nodiscard]] const QString &unsavedText() const { return m_unsavedText; }
 
     /** What holds of the file while nothing is unsaved. */
     [[nodiscard]] QString diskText() const;
@@ -112,6 +112,7 @@ private:
     void readText();
     void readRefs();
     void noteSaved();
+    void noteUnsaved();
     void showPreview();
     [[nodiscard]] bool canChange();
     void change(const std::optional<QString> &text);
@@ -129,6 +130,7 @@ private:
     bool m_previewShown = true;
     ChatLinks m_links;
     QDateTime m_unsavedSince;
+    QString m_unsavedText;
     QTimer m_readLater;
     QTimer m_reloadLater;
 };

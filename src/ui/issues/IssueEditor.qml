@@ -12,8 +12,25 @@ FocusScope {
     function focusText(): void { edit.forceActiveFocus() }
 
     IssueEditorLink {
+        // What stays where it is on the screen: the caret, or while that is out of sight the topmost line.
+        property int caret: 0
+        property int anchor: 0
+        property real below: 0
+
         editor: edit.textDocument
         document: box.document
+        onAboutToChange: {
+            const seen = edit.cursorRectangle.y >= flick.contentY
+                && edit.cursorRectangle.y < flick.contentY + flick.height
+            caret = edit.cursorPosition
+            anchor = seen ? caret : edit.positionAt(0, flick.contentY)
+            below = edit.positionToRectangle(anchor).y - flick.contentY
+        }
+        onChanged: {
+            edit.cursorPosition = placeOf(caret)
+            const y = edit.positionToRectangle(placeOf(anchor)).y - below
+            flick.contentY = Math.max(0, Math.min(y, flick.contentHeight - flick.height))
+        }
         onReplaced: {
             edit.cursorPosition = 0
             flick.contentY = 0

@@ -7,6 +7,8 @@
 #include <QQuickTextDocument>
 #include <QtQml/qqmlregistration.h>
 
+#include <optional>
+
 namespace Vesk
 {
 
@@ -27,18 +29,27 @@ public:
     [[nodiscard]] MarkdownDocumentModel *document() const { return m_document; }
     void setDocument(MarkdownDocumentModel *document);
 
+    /** While `changed` is told: where a place in the text stands that was at `before`. */
+    [[nodiscard]] Q_INVOKABLE int placeOf(int before) const;
+
 Q_SIGNALS:
     void editorChanged();
     void documentChanged();
+    void aboutToChange(); ///< by what comes from elsewhere
+    void changed();
     void replaced(); ///< another document's text is in the editor
 
 private:
-    void take();
+    void take(int from, int removed, int added);
+    [[nodiscard]] std::optional<QString> spliced(int from, int removed, int added) const;
     void show(bool fresh);
 
     QPointer<QQuickTextDocument> m_editor;
     QPointer<MarkdownDocumentModel> m_document;
-    bool m_busy = false; // its own changes are no typing
+    QString m_before; // while changed
+    QString m_after;
+    bool m_busy = false;  // its own changes are no typing
+    bool m_alike = false; // the document's line ends are the editor's
 };
 
 } // namespace Vesk

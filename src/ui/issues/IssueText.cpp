@@ -22,7 +22,47 @@ qsizetype signSize(const QString &text, qsizetype at)
     return text[at] == u'\r' && at + 1 < text.size() && text[at + 1] == u'\n' ? 2 : 1;
 }
 
+QStringView lineAround(QStringView text, qsizetype at)
+{
+    const auto begin = at > 0 ? text.lastIndexOf(u'\n', at - 1) + 1 : 0;
+    const auto end = text.indexOf(u'\n', at);
+    return text.sliced(begin, (end < 0 ? text.size() : end) - begin);
+}
+
 } // namespace
+
+IssueText::SameEnds IssueText::sameEnds(QStringView one, QStringView other)
+{
+    const auto most = std::min(one.size(), other.size());
+    const auto head = std::mismatch(one.begin(), one.begin() + most, other.begin()).first - one.begin();
+    const auto tail =
+        std::mismatch(one.rbegin(), one.rbegin() + (most - head), other.rbegin()).first - one.rbegin();
+    return {head, tail};
+}
+
+qsizetype IssueText::caretAfter(const QString &before, const QString &after, qsizetype at)
+{
+    const auto [head, tail] = sameEnds(before, after);
+    if (at <= head) {
+        return at;
+    }
+    if (at >= before.size() - tail) {
+        return at + after.size() - before.size();
+    }
+    const QStringView line = lineAround(before, at);
+    const auto column = at - (line.begin() - QStringView(before).begin());
+    const auto lines = QStringView(after).split(u'\n');
+    const auto here = std::min(QStringView(before).first(at).count(u'\n'), lines.size() - 1);
+    auto found = here;
+    for (qsizetype step = 0; step < lines.size() && !line.trimmed().isEmpty(); ++step) {
+        const auto isIt = [&](qsizetype row) { return row >= 0 && row < lines.size() && lines[row] == line; };
+        if (isIt(here - step) || isIt(here + step)) {
+            found = isIt(here - step) ? here - step : here + step;
+            break;
+        }
+    }
+    return (lines[found].begin() - QStringView(after).begin()) + std::min(column, lines[found].size());
+}
 
 QString IssueText::body(const QString &markdown)
 {
@@ -86,15 +126,7 @@ QString IssueText::withEdit(const QString &text, const QString &edited)
     if (before == edited) {
         return text;
     }
-    const auto most = std::min(before.size(), edited.size());
-    qsizetype head = 0;
-    while (head < most && before[head] == edited[head]) {
-        ++head;
-    }
-    qsizetype tail = 0;
-    while (tail < most - head && before[before.size() - 1 - tail] == edited[edited.size() - 1 - tail]) {
-        ++tail;
-    }
+    const auto [head, tail] = sameEnds(before, edited);
     QString middle = edited.mid(head, edited.size() - head - tail);
     if (before == text) {
         return text.left(head) + middle + text.right(tail);
