@@ -404,6 +404,12 @@ private Q_SLOTS:
         auto *chat = stage.shell.runtime().agentStore().sessions().last();
         chat->setTitle(u"웹훅"_s);
         QCOMPARE(sessions.index(0).data(), u"웹훅"_s);
+        QCOMPARE(sessions.index(0).data(IssueSessions::LiveRole), false);
+        QCOMPARE(sessions.index(0).data(IssueSessions::MomentRole), QString()); // nothing was said yet
+        ChatMessage message;
+        message.at = QDateTime::currentDateTime();
+        chat->messages().reset({message});
+        QVERIFY(!sessions.index(0).data(IssueSessions::MomentRole).toString().isEmpty());
         QSignalSpy chosen(&stage.shell.runtime().issues(), &IssueCrossings::sessionChosen);
         sessions.show(0);
         QCOMPARE(chosen.count(), 1);

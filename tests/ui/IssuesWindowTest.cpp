@@ -4,11 +4,14 @@
 #include "sessions/ProjectChat.h"
 #include "support/IssueFolderMaker.h"
 #include "support/TestRegistry.h"
+#include "ui/controls/DesktopOpener.h"
 #include "ui/controls/Theme.h"
 #include "ui/issues/IssuesView.h"
 #include "ui/Theatre.h"
 
+#include <QClipboard>
 #include <QDir>
+#include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QtTest>
 
@@ -240,6 +243,38 @@ private Q_SLOTS:
         QVERIFY(editor->property("text").toString().contains(u"at the end"));
         QCOMPARE(lineOf(), line);
         QVERIFY(std::abs(height() - before) < 60); // the row that told of the conflict has gone
+        QCOMPARE(theatre.warnings(), QStringList());
+    }
+
+    void theOtherThingsOfAnIssueByKeys()
+    {
+        IssueHouse house;
+        auto &theatre = *house.theatre;
+        house.view().select(house.file(fourth));
+        QStringList opened;
+        DesktopOpener::replace([&opened](const QUrl &url) {
+            opened.append(url.toLocalFile());
+            return true;
+        });
+        auto *button = theatre.withText(u"이 이슈의 다른 일"_s);
+        QVERIFY(button);
+        for (int row = 0; row < 4; ++row) {
+            button->forceActiveFocus(Qt::TabFocusReason);
+            theatre.press(Qt::Key_Space);
+            QTRY_VERIFY(theatre.shows(u"경로 복사"_s));
+            theatre.picture(u"issues-menu"_s);
+            for (int step = 0; step <= row; ++step) {
+                theatre.press(Qt::Key_Down);
+            }
+            theatre.press(Qt::Key_Return);
+            QTRY_VERIFY(!theatre.shows(u"경로 복사"_s));
+            if (row == 2) {
+                QCOMPARE(QGuiApplication::clipboard()->text(), house.file(fourth));
+            }
+        }
+        DesktopOpener::replace({});
+        QCOMPARE(opened, (QStringList {house.file(fourth), house.folder}));
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"BILL-004"_s);
         QCOMPARE(theatre.warnings(), QStringList());
     }
 

@@ -7,11 +7,14 @@
 #include "issues/IssueCells.h"
 #include "issues/IssueCreateContext.h"
 #include "issues/IssueFolder.h"
+#include "ui/controls/DesktopOpener.h"
 #include "ui/controls/ProjectPalette.h"
 #include "ui/issues/IssueText.h"
 
+#include <QClipboard>
 #include <QDir>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QLocale>
 #include <QUrl>
 
@@ -442,6 +445,43 @@ void IssueDetail::work()
     if (m_document) {
         m_view->workOn(m_document->path());
     }
+}
+
+void IssueDetail::openOutside(const QString &path)
+{
+    if (!DesktopOpener::open(QUrl::fromLocalFile(path))) {
+        m_view->tell(u"열 프로그램을 찾지 못했습니다: "_s + path);
+    }
+}
+
+void IssueDetail::openFile()
+{
+    if (m_document) {
+        openOutside(m_document->path());
+    }
+}
+
+void IssueDetail::openFolder()
+{
+    openOutside(m_view->folderPath());
+}
+
+void IssueDetail::copy(const QString &text, const QString &done)
+{
+    if (m_document) {
+        QGuiApplication::clipboard()->setText(text);
+        m_view->report(done);
+    }
+}
+
+void IssueDetail::copyPath()
+{
+    copy(m_document ? m_document->path() : QString(), u"경로를 복사했습니다"_s);
+}
+
+void IssueDetail::copyId()
+{
+    copy(issueId(), u"번호를 복사했습니다"_s);
 }
 
 void IssueDetail::followLink(const QString &address, const QString &html)

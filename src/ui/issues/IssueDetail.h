@@ -93,6 +93,11 @@ public:
     /** Takes what the disk holds; edits are given up. */
     Q_INVOKABLE void readAgain();
     Q_INVOKABLE void work();
+    /** In the program that the desktop has for such files. */
+    Q_INVOKABLE void openFile();
+    Q_INVOKABLE void openFolder();
+    Q_INVOKABLE void copyPath();
+    Q_INVOKABLE void copyId();
     /** A link of the preview: to an issue of the folder it chooses that, any other goes by the policy. */
     Q_INVOKABLE void followLink(const QString &address, const QString &html);
 
@@ -114,6 +119,8 @@ private:
     void noteSaved();
     void noteUnsaved();
     void showPreview();
+    void openOutside(const QString &path);
+    void copy(const QString &text, const QString &done);
     [[nodiscard]] bool canChange();
     void change(const std::optional<QString> &text);
 

@@ -60,5 +60,17 @@ Item {
             tip: "이 이슈를 처리할 새 세션을 엽니다. 보낼 말은 입력 칸에 채워 두고 보내지 않습니다."
             onClicked: head.detail.work()
         }
+        IconButton {
+            id: more
+            iconName: "more"
+            text: "이 이슈의 다른 일"
+            Accessible.role: Accessible.ButtonMenu
+            onClicked: menu.setSource(Qt.resolvedUrl("IssueDetailMenu.qml"), { detail: head.detail, anchor: more })
+        }
+    }
+    Loader { id: menu }
+    Connections {
+        target: menu.item as IssueDetailMenu
+        function onClosed(): void { menu.source = "" }
     }
 }

@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
+import Vesk.Chat
 import Vesk.Controls
 import Vesk.Issues
 
@@ -37,12 +38,20 @@ Column {
             required property int index
             required property string title
             required property int mark
+            required property bool waits
+            required property bool live
+            required property date since
+            required property string moment
+
+            readonly property string when: !live ? moment : waits ? ChatTime.waiting(since, ElapsedClock.now)
+                : ChatTime.elapsed(since, ElapsedClock.now)
 
             width: list.width
             height: Theme.px(28)
             focusPolicy: Qt.StrongFocus
             Accessible.role: Accessible.Link
             Accessible.name: "세션 " + title
+            Accessible.description: waits || !live ? when : ""
             Keys.onReturnPressed: sessions.show(index)
             Keys.onEnterPressed: sessions.show(index)
             onClicked: sessions.show(index)
@@ -57,10 +66,25 @@ Column {
                 Label {
                     anchors.left: sign.right
                     anchors.leftMargin: 8
-                    width: parent.width - x - 4
+                    width: time.x - x - 8
                     height: parent.height
                     text: session.title
                     Accessible.ignored: true
+                }
+                Label {
+                    id: time
+                    anchors.right: parent.right
+                    anchors.rightMargin: 4
+                    height: parent.height
+                    text: session.when
+                    font: Theme.meta
+                    color: session.waits ? Theme.wait : Theme.text3
+                    Accessible.ignored: true
+
+                    ClockHold {
+                        clock: ElapsedClock
+                        active: session.live
+                    }
                 }
             }
             background: Rectangle {

@@ -2,6 +2,7 @@
 
 #include "app/Runtime.h"
 #include "sessions/ProjectChat.h"
+#include "ui/chat/ChatWords.h"
 #include "ui/controls/SessionMarks.h"
 
 namespace Vesk
@@ -69,6 +70,7 @@ void IssueSessions::refresh()
         const auto note = [this, key = keys.last()] { noteChanged(key); };
         connect(chat, &ProjectChat::titleChanged, this, note);
         connect(chat, &ProjectChat::isRunningChanged, this, note);
+        connect(chat, &ProjectChat::runStartedAtChanged, this, note);
         connect(chat, &ProjectChat::pendingPromptChanged, this, note);
     }
     setKeys(keys);
@@ -83,12 +85,29 @@ QVariant IssueSessions::data(const QModelIndex &index, int role) const
     if (role == Qt::DisplayRole || role == TitleRole) {
         return chat->title();
     }
-    return role == MarkRole ? QVariant(markOf(*chat)) : QVariant();
+    const bool waits = chat->promptSince().isValid();
+    switch (role) {
+    case MarkRole:
+        return markOf(*chat);
+    case WaitsRole:
+        return waits;
+    case SinceRole:
+        return waits ? chat->promptSince() : chat->isRunning() ? chat->runStartedAt() : QDateTime();
+    case LiveRole:
+        return waits || chat->isRunning();
+    case MomentRole: {
+        const auto &rows = chat->messages().rows();
+        return rows.isEmpty() ? QString() : ChatWords::rowTime(rows.last().at, QDateTime::currentDateTime());
+    }
+    default:
+        return {};
+    }
 }
 
 QHash<int, QByteArray> IssueSessions::roleNames() const
 {
-    return {{TitleRole, "title"}, {MarkRole, "mark"}};
+    return {{TitleRole, "title"}, {MarkRole, "mark"}, {WaitsRole, "waits"},
+            {SinceRole, "since"}, {LiveRole, "live"}, {MomentRole, "moment"}};
 }
 
 } // namespace Vesk

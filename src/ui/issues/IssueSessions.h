@@ -19,7 +19,14 @@ class IssueSessions : public Vesk::KeyedRowsModel
     Q_PROPERTY(QString path READ path WRITE setPath NOTIFY pathChanged)
 
 public:
-    enum Role { TitleRole = Qt::UserRole + 1, MarkRole };
+    enum Role {
+        TitleRole = Qt::UserRole + 1,
+        MarkRole,
+        WaitsRole,  ///< for the person
+        SinceRole,  ///< since when it waits or runs
+        LiveRole,   ///< one of both
+        MomentRole, ///< when something was last said in it
+    };
 
     using Vesk::KeyedRowsModel::KeyedRowsModel;
 
