@@ -52,6 +52,43 @@ private Q_SLOTS:
         QCOMPARE(m_column->builtCount(), 1);
     }
 
+    void blocksBelowAnEditStay()
+    {
+        const QAbstractItemModelTester tester(&m_blocks,
+                                              QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QString rest;
+        for (int number = 0; number < 30; ++number) {
+            rest += u"## %1\n\n- [ ] 할 일 %1\n\n> 인용 %1\n\n"_s.arg(number);
+        }
+        const auto written = [this] {
+            QStringList texts;
+            for (const auto *item : m_column->childItems()) {
+                if (item->isVisible() && item->property("html").isValid()) {
+                    texts.append(item->property("html").toString());
+                }
+            }
+            return texts;
+        };
+        m_blocks.setText(rest, false);
+        QTRY_COMPARE(m_column->builtCount(), m_blocks.rowCount());
+        const QStringList before = written();
+        auto *last = m_column->childItems().last();
+        const qreal height = m_column->height();
+        m_blocks.setText(u"하나\n\n"_s + rest, false);
+        QCOMPARE(m_column->builtCount(), m_blocks.rowCount());
+        QCOMPARE(written(), QStringList(u"하나"_s) + before);
+        QVERIFY(m_column->height() > height);
+        m_blocks.setText(u"# 하나\n\n"_s + rest, false); // a block of another kind
+        QCOMPARE(written(), QStringList(u"하나"_s) + before);
+        m_blocks.setText(rest, false);
+        QCOMPARE(written(), before);
+        QCOMPARE(m_column->childItems().last(), last);
+        QCOMPARE(m_column->height(), height);
+        QCOMPARE(m_blocks.taskAt(1), rest.indexOf(u"[ ]") + 1);
+        m_blocks.setText(u"하나\n\n"_s + rest, false);
+        QCOMPARE(m_blocks.taskAt(2), rest.indexOf(u"[ ]") + 5); // it stands elsewhere now
+    }
+
     void manyBlocksComeInSlicesAndOnDemand()
     {
         m_blocks.setText(u"- 항목\n"_s.repeated(1000), false);
