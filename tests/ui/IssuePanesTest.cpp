@@ -213,7 +213,13 @@ private Q_SLOTS:
         QTest::mouseMove(&graph.window, cards->mapToScene(frame.center()).toPoint());
         QVERIFY(model.hoverText().startsWith(u"BILL-"_s));
         graph.picture(u"graph-tiny"_s);
+        auto *button = Test::findItem(graph.window.contentItem(), [](const QQuickItem &item) {
+            return item.property("iconName") == u"zoom-fit"_s;
+        });
+        QVERIFY(button);
+        button->forceActiveFocus(Qt::TabFocusReason); // the keys are the pane's, not the picture's alone
         graph.press(Qt::Key_0);
+        graph.pane->findChild<QQuickItem *>(u"graphCanvas"_s)->forceActiveFocus();
         QVERIFY(focused->isVisible());
         QTRY_VERIFY(cards->cards().empty());
         graph.press(Qt::Key_Return);

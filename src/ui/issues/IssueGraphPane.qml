@@ -16,10 +16,6 @@ FocusScope {
         case Qt.Key_Down: graph.step(IssueGraphModel.Down); return true
         case Qt.Key_Return:
         case Qt.Key_Enter: graph.openFocused(); return true
-        case Qt.Key_Plus:
-        case Qt.Key_Equal: graph.stage.zoomIn(); return true
-        case Qt.Key_Minus: graph.stage.zoomOut(); return true
-        case Qt.Key_0: graph.stage.fit(); return true
         case Qt.Key_Escape:
             if (graph.focusKey.length === 0)
                 return false
@@ -28,6 +24,21 @@ FocusScope {
         default: return false
         }
     }
+    function zoom(key: int): bool {
+        switch (key) {
+        case Qt.Key_Plus:
+        case Qt.Key_Equal: graph.stage.zoomIn(); return true
+        case Qt.Key_Minus: graph.stage.zoomOut(); return true
+        case Qt.Key_0: graph.stage.fit(); return true
+        default: return false
+        }
+    }
+    function isPlain(modifiers: int): bool {
+        return (modifiers & ~(Qt.ShiftModifier | Qt.KeypadModifier)) === Qt.NoModifier
+    }
+
+    // From the toolbar, too.
+    Keys.onPressed: event => event.accepted = isPlain(event.modifiers) && zoom(event.key)
 
     Accessible.role: Accessible.Pane
     Accessible.name: "의존관계"
@@ -60,10 +71,7 @@ FocusScope {
             keyed = true
             event.accepted = false
         }
-        Keys.onPressed: event => {
-            const plain = (event.modifiers & ~(Qt.ShiftModifier | Qt.KeypadModifier)) === Qt.NoModifier
-            event.accepted = plain && pane.act(event.key)
-        }
+        Keys.onPressed: event => event.accepted = pane.isPlain(event.modifiers) && pane.act(event.key)
 
         FocusRing {
             visible: canvas.activeFocus && canvas.keyed && graph.focusKey.length === 0 && !graph.isEmpty
