@@ -238,7 +238,7 @@ private Q_SLOTS:
         const auto type = [&](const QString &text) {
             stage.view->select(path);
             detail.document()->setText(detail.document()->text() + text);
-            write(path, u"# BILL-004 · 다른 글\n"_s);
+            write(path, u"# BILL-004 · 다른 글 "_s + text);
             stage.view->select(stage.file(u"BILL-005-refund-policy.md"_s));
         };
         type(u"하나"_s);

@@ -32,6 +32,7 @@ constexpr int readAfterMs = 150;
 constexpr int readLongAfterMs = 700;
 constexpr qsizetype longText = 200'000;
 constexpr qsizetype longestEdited = 4'000'000;
+constexpr qsizetype longestPreviewed = 500'000;
 constexpr int reloadAfterMs = 250;
 constexpr qsizetype mostChoices = 12;
 
@@ -41,6 +42,17 @@ qsizetype changedCharacters(const QString &text, const QString &saved)
     const auto [head, tail] = IssueText::sameEnds(text, saved);
     const auto &longer = text.size() >= saved.size() ? text : saved;
     return Text::characterCount(longer.mid(head, longer.size() - head - tail));
+}
+
+/** As much of a long text as can be laid out without standing still, in whole lines. */
+QString headOf(const QString &text)
+{
+    if (text.size() <= longestPreviewed) {
+        return text;
+    }
+    const qsizetype end = text.lastIndexOf(u'\n', longestPreviewed);
+    const qsizetype shown = end > 0 ? end : longestPreviewed;
+    return text.first(shown) + u"\n\n— 이후 %L1자 생략 —\n"_s.arg(text.size() - shown);
 }
 
 bool isOneOf(const QString &name, const QStringList &keys)
@@ -235,7 +247,7 @@ void IssueDetail::showPreview()
         return;
     }
     m_previewed = m_document ? m_document->text() : QString();
-    m_preview.setText(IssueText::body(m_previewed), false);
+    m_preview.setText(headOf(IssueText::body(m_previewed)), false);
 }
 
 int IssueDetail::statusKind() const

@@ -48,7 +48,12 @@ FocusScope {
 
     // Keys that were in the view that went go to the one that came, once that is there.
     function followSection(): void {
-        if (!activeFocus || ((pane.item as Item)?.activeFocus ?? false))
+        // The view that went may have left them to what is around it.
+        const now = Window.activeFocusItem
+        let around = sections as Item
+        while (around && around !== now)
+            around = around.parent
+        if (!activeFocus && now && !around || ((pane.item as Item)?.activeFocus ?? false))
             return
         if (!listed && !kanbanSearch.activeFocus)
             (pane.item as Item)?.forceActiveFocus(Qt.TabFocusReason)
