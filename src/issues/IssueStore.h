@@ -58,7 +58,7 @@ public:
 
     /** Null when there is none; the first of several. Valid until the next reload. */
     [[nodiscard]] const IssueItem *itemAtPath(const QString &path) const;
-    [[nodiscard]] const IssueItem *itemWithID(const QString &id) const;         ///< in any case
+    [[nodiscard]] const IssueItem *itemWithID(const QString &id) const;           ///< in any case
     [[nodiscard]] const IssueBoard::Row *boardRowWithID(const QString &id) const; ///< likewise
 
     /** In lower case, those of board and rules always among them: a new file may have none of these. */

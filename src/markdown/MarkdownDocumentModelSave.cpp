@@ -119,7 +119,7 @@ void MarkdownDocumentModel::applySave(const DiskJob &job, const DiskReport &repo
     const QString unsaved = QStringLiteral("미저장 ") + QString::number(report.characters);
     if (report.seen.exists)
         m_loggedMissingFile = false;
-    setSaveProblem(report.outcome == Outcome::Failed         ? report.error
+    setSaveProblem(report.outcome == Outcome::Failed           ? report.error
                        : report.outcome == Outcome::Unresolved ? MarkdownFileWriter::unresolvedText()
                                                                : QString());
     noteSight(report.seen, forced ? QStringLiteral("save") : QStringLiteral("autosave"));

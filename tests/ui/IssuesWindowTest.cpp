@@ -149,9 +149,8 @@ private Q_SLOTS:
         QTRY_COMPARE(window->activeFocusItem()->objectName(), u"kanbanArea"_s);
         theatre.press(Qt::Key_1, Qt::ControlModifier);
         QTRY_VERIFY(theatre.shows(u"정산 실패 알림"_s));
-        const auto *list =
-            Test::findItem(window->contentItem(),
-                           [](const QQuickItem &item) { return item.inherits("QQuickListView"); });
+        const auto *list = Test::findItem(
+            window->contentItem(), [](const QQuickItem &item) { return item.inherits("QQuickListView"); });
         QTRY_VERIFY(list && list->hasActiveFocus());
         theatre.press(Qt::Key_F6);
         theatre.press(Qt::Key_F6, Qt::ShiftModifier);

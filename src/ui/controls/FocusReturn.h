@@ -11,8 +11,8 @@ namespace Vesk
 {
 
 /**
- * One in each popup, told when that is about to show and about to hide. Qt gives the focus back to the content of an
- * ApplicationWindow alone, and only after the popup has faded.
+ * One in each popup, told when that is about to show and about to hide. Qt gives the focus back to the
+ * content of an ApplicationWindow alone, and only after the popup has faded.
  */
 class FocusReturn : public QObject
 {

@@ -131,7 +131,8 @@ void IssueDetail::close()
 
 std::unique_ptr<MarkdownDocumentModel> IssueDetail::documentOf(const QString &path)
 {
-    const auto stranded = std::ranges::find_if(m_stranded, [&](auto &known) { return known->path() == path; });
+    const auto stranded =
+        std::ranges::find_if(m_stranded, [&](auto &known) { return known->path() == path; });
     if (stranded != m_stranded.end()) {
         auto document = std::move(*stranded);
         m_stranded.erase(stranded);

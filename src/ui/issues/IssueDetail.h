@@ -74,7 +74,7 @@ public:
 
     /** What holds of the file while nothing is unsaved. */
     [[nodiscard]] QString diskText() const;
-    /** Why the text cannot be edited here; empty when it can. An editor of so much would stand still at each key. */
+    /** Why the text cannot be edited here, where so much would stand still at each key; empty when it can. */
     [[nodiscard]] QString tooLongText() const;
     /** Stands in place of a text that is not there; empty when there is one. */
     [[nodiscard]] QString emptyText() const;

@@ -66,7 +66,7 @@ FocusScope {
             anchors.topMargin: wanted ? 10 : 0
             x: 20
             width: parent.width - 40
-            wanted: detail.document !== null && (detail.document.hasConflict || detail.document.saveFailed)
+            wanted: (detail.document?.hasConflict ?? false) || (detail.document?.saveFailed ?? false)
             // What was settled there leaves no button behind to hold the keys.
             onWantedChanged: {
                 if (!wanted && activeFocus)
