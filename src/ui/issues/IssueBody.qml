@@ -41,7 +41,8 @@ FocusScope {
         width: body.shows ? Math.round(parent.width / 2) : parent.width
         visible: body.edits && tooLong.text.length === 0
         focus: body.edits
-        document: tooLong.text.length > 0 ? null : body.detail.document
+        // Not by the label, which hears of a new document later.
+        document: body.detail.tooLongText.length > 0 ? null : body.detail.document
     }
     Label {
         id: tooLong

@@ -32,7 +32,7 @@ constexpr int readAfterMs = 150;
 constexpr int readLongAfterMs = 700;
 constexpr qsizetype longText = 200'000;
 constexpr qsizetype longestEdited = 4'000'000;
-constexpr qsizetype longestPreviewed = 500'000;
+constexpr qsizetype headShown = 60'000;
 constexpr int reloadAfterMs = 250;
 constexpr qsizetype mostChoices = 12;
 
@@ -44,14 +44,14 @@ qsizetype changedCharacters(const QString &text, const QString &saved)
     return Text::characterCount(longer.mid(head, longer.size() - head - tail));
 }
 
-/** As much of a long text as can be laid out without standing still, in whole lines. */
+/** The head of a text that is too long to be laid out without standing still, in whole lines. */
 QString headOf(const QString &text)
 {
-    if (text.size() <= longestPreviewed) {
+    if (text.size() <= longestEdited) {
         return text;
     }
-    const qsizetype end = text.lastIndexOf(u'\n', longestPreviewed);
-    const qsizetype shown = end > 0 ? end : longestPreviewed;
+    const qsizetype end = text.lastIndexOf(u'\n', headShown);
+    const qsizetype shown = end > 0 ? end : headShown;
     return text.first(shown) + u"\n\n— 이후 %L1자 생략 —\n"_s.arg(text.size() - shown);
 }
 
