@@ -316,7 +316,9 @@ private Q_SLOTS:
             }
             QTRY_COMPARE(ended.size(), before + 1);
             stage.settle();
-            QTRY_VERIFY(!stage.withText(u"당겨서 원격 확인"_s));
+            // At rest again, the wheel and the list that was dragged.
+            QTRY_VERIFY(!stage.withText(u"당겨서 원격 확인"_s)
+                        && !stage.withText(u"놓으면 원격을 확인합니다"_s));
         }
     }
 
