@@ -361,8 +361,9 @@ private:
         QVERIFY(QFile::exists(past.path(u"old"_s)));
         m_theatre->click(u"휴지통으로"_s);
         QTRY_VERIFY(!QFile::exists(past.path(u"old"_s)));
-        // The list has the keys again once the question has faded.
+        // The list has the keys again, and the window its own once the question has faded.
         QTRY_VERIFY(m_theatre->window()->activeFocusItem()->inherits("QQuickListView"));
+        QTRY_VERIFY(!m_theatre->shows(u"대화를 휴지통으로 옮길까요?"_s));
         QVERIFY(QFile::exists(qEnvironmentVariable("XDG_DATA_HOME") + u"/Trash/files/old.jsonl"_s));
     }
 
