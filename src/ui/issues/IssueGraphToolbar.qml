@@ -19,6 +19,8 @@ Item {
 
     // Without room for all, the words go first that stand elsewhere too.
     readonly property bool narrow: width < Theme.px(680)
+    readonly property bool narrower: width < Theme.px(500)
+    readonly property bool narrowest: width < Theme.px(400)
 
     implicitHeight: Theme.px(38)
     Accessible.role: Accessible.ToolBar
@@ -65,12 +67,16 @@ Item {
                 color: Theme.text3
             }
         }
-        Count {
+        IssueGraphCount {
+            visible: !bar.narrowest
+            worded: !bar.narrower
             value: bar.graph.readyCount
             word: "지금 가능"
             ink: Theme.success
         }
-        Count {
+        IssueGraphCount {
+            visible: !bar.narrowest
+            worded: !bar.narrower
             value: bar.graph.blockedCount
             word: "막힘"
             ink: Theme.danger
@@ -128,6 +134,7 @@ Item {
         Label {
             width: Theme.px(40)
             height: parent.height
+            visible: !bar.narrowest
             text: bar.graph.stage.percent + "%"
             font: Theme.secondary
             color: Theme.text2
@@ -149,30 +156,6 @@ Item {
             text: "화면에 맞추기"
             keys: "0"
             onClicked: bar.graph.stage.fit()
-        }
-    }
-
-    component Count: Row {
-        id: count
-
-        required property int value
-        required property string word
-        required property color ink
-
-        height: parent?.height ?? 0
-        spacing: 5
-
-        Label {
-            height: count.height
-            text: count.value
-            font: Theme.secondaryBold
-            color: count.ink
-        }
-        Label {
-            height: count.height
-            text: count.word
-            font: Theme.secondary
-            color: Theme.text2
         }
     }
 
