@@ -17,6 +17,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QSignalSpy>
+#include <QThreadPool>
 #include <QtTest>
 
 #include <rapidcheck.h>
@@ -309,6 +310,49 @@ private Q_SLOTS:
                     || QStringView(before).mid(at - 1, 3) == u"[x]");
         }
         QCOMPARE(ticked, 5);
+    }
+
+    void aLongTextIsReadWithoutWaiting()
+    {
+        IssueStage stage;
+        const QString path = stage.file(fourthIssue);
+        QString text =
+            u"# BILL-004 · 긴 글\n\n| 항목 | 값 |\n|-|-|\n| 상태 | todo |\n| 선행 |  |\n\n- [ ] 하나\n"_s;
+        while (text.size() < 250'000) {
+            text += u"\n문단 %1\n"_s.arg(text.size());
+        }
+        write(path, text);
+        stage.view->reload();
+        IssueDetail detail;
+        const QAbstractItemModelTester preview(detail.preview());
+        detail.setView(stage.view.get());
+        stage.view->select(path);
+        QCOMPARE(detail.title(), u"긴 글"_s); // as the list has it
+        QVERIFY(detail.emptyText().isEmpty());
+        QCOMPARE(detail.preview()->rowCount(), 0);
+        QTRY_VERIFY(detail.preview()->rowCount() > 1000);
+
+        // What is changed in one breath does not undo itself.
+        detail.addRef(true, u"BILL-001"_s);
+        detail.addRef(true, u"BILL-005"_s);
+        QVERIFY(read(path).contains(u"`BILL-001` · `BILL-005`"));
+        QTRY_COMPARE(detail.blockedBy()->rowCount(), 2);
+        detail.document()->setText(read(path).replace(u"하나"_s, u"둘"_s));
+        detail.toggleTask(0); // where it was: the preview has to catch up first
+        QVERIFY(!detail.document()->text().contains(u"[x]"));
+        QTRY_COMPARE(detail.preview()->index(0).data(MarkdownBlockModel::HtmlRole).toString(), u"둘"_s);
+        detail.toggleTask(0);
+        QVERIFY(read(path).contains(u"- [x] 둘"));
+
+        // A reading that comes too late is of no use.
+        detail.document()->setText(detail.document()->text() + u"\n끝\n"_s);
+        detail.saveNow();
+        stage.view->select(stage.file(u"BILL-005-refund-policy.md"_s));
+        const int rows = detail.preview()->rowCount();
+        QThreadPool::globalInstance()->waitForDone();
+        QCoreApplication::processEvents();
+        QCOMPARE(detail.issueId(), u"BILL-005"_s);
+        QCOMPARE(detail.preview()->rowCount(), rows);
     }
 
     void boardIsBroughtIntoLine()

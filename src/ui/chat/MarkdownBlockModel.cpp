@@ -157,6 +157,14 @@ void MarkdownBlockModel::setText(const QString &text, bool growing)
     }
 }
 
+void MarkdownBlockModel::showRead(const MarkdownBlocks &read)
+{
+    m_timer.stop();
+    m_text.clear();
+    m_growing = false;
+    announce(read);
+}
+
 qsizetype MarkdownBlockModel::taskAt(int row) const
 {
     return row >= 0 && row < m_blocks.size() ? m_blocks[row].taskAt : -1;
@@ -247,8 +255,13 @@ void MarkdownBlockModel::read()
     const auto fresh = MarkdownReader::parse(m_text);
     m_restMs = std::max<qint64>(parseIntervalMs, work.elapsed() * 10);
     m_sinceRead.start();
-    show(fresh.blocks);
-    if (const auto words = droppedWords(fresh); words != m_droppedText) {
+    announce(fresh);
+}
+
+void MarkdownBlockModel::announce(const MarkdownBlocks &read)
+{
+    show(read.blocks);
+    if (const auto words = droppedWords(read); words != m_droppedText) {
         m_droppedText = words;
         Q_EMIT droppedTextChanged();
     }

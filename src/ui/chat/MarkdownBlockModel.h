@@ -55,6 +55,10 @@ public:
     /** Takes over the text: at once when it is finished or has not been read for a while, else soon. */
     void setText(const QString &text, bool growing);
 
+    /** Takes over a finished text that was read elsewhere. A model is given its texts in this way or the
+     * other. */
+    void showRead(const MarkdownBlocks &read);
+
     /** What a text of extreme size lost, in words; empty for a whole one. */
     [[nodiscard]] QString droppedText() const { return m_droppedText; }
 
@@ -73,6 +77,7 @@ Q_SIGNALS:
 
 private:
     void read();
+    void announce(const MarkdownBlocks &read);
     void show(const QList<MarkdownBlock> &blocks);
 
     QString m_text;

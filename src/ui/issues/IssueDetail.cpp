@@ -1,6 +1,7 @@
 #include "ui/issues/IssueDetail.h"
 
 #include "app/Runtime.h"
+#include "base/PoolWork.h"
 #include "base/Text.h"
 #include "core/UsageRecorder.h"
 #include "issues/IssueBoardUpdate.h"
@@ -31,8 +32,6 @@ namespace
 constexpr int readAfterMs = 150;
 constexpr int readLongAfterMs = 700;
 constexpr qsizetype longText = 200'000;
-constexpr qsizetype longestEdited = 4'000'000;
-constexpr qsizetype headShown = 60'000;
 constexpr int reloadAfterMs = 250;
 constexpr qsizetype mostChoices = 12;
 
@@ -44,15 +43,20 @@ qsizetype changedCharacters(const QString &text, const QString &saved)
     return Text::characterCount(longer.mid(head, longer.size() - head - tail));
 }
 
-/** The head of a text that is too long to be laid out without standing still, in whole lines. */
-QString headOf(const QString &text)
+/** Gives `done` what `work` makes of a text: at once, but of a long text by way of the pool. */
+template <typename Work, typename Done>
+void readApart(IssueDetail *detail, const QString &text, Work work, Done done)
 {
-    if (text.size() <= longestEdited) {
-        return text;
+    if (text.size() <= longText) {
+        done(work());
+    } else {
+        workOnPool(detail, std::move(work), std::move(done));
     }
-    const qsizetype end = text.lastIndexOf(u'\n', headShown);
-    const qsizetype shown = end > 0 ? end : headShown;
-    return text.first(shown) + u"\n\n— 이후 %L1자 생략 —\n"_s.arg(text.size() - shown);
+}
+
+QString nameOf(const QString &path)
+{
+    return path.sliced(path.lastIndexOf(u'/') + 1);
 }
 
 bool isOneOf(const QString &name, const QStringList &keys)
@@ -173,16 +177,39 @@ void IssueDetail::openSelected()
         });
     }
     Q_EMIT documentChanged();
+    const auto *item = m_view->store().itemAtPath(path);
+    if (m_document && m_document->text().size() > longText && item) {
+        // Until the text is read, what the list knows of it stands here.
+        show({.text = {}, .document = item->doc, .blank = false, .preview = MarkdownBlocks()});
+    }
     readText();
 }
 
 void IssueDetail::readText()
 {
     m_readLater.stop();
-    const QString text = m_document ? m_document->text() : QString();
-    const QString path = m_view->selectedPath();
-    m_parsed =
-        m_document ? IssueDocument::parse(text, path.sliced(path.lastIndexOf(u'/') + 1)) : IssueDocument();
+    const int reading = ++m_readings;
+    if (!m_document) {
+        show({.text = {}, .document = {}, .blank = true, .preview = MarkdownBlocks()});
+        return;
+    }
+    const QString text = m_document->text();
+    readApart(
+        this, text,
+        [text, name = nameOf(m_document->path()), preview = m_previewShown && text != m_previewed] {
+            return IssueReading::of(text, name, preview);
+        },
+        [this, reading](const IssueReading &found) {
+            if (reading == m_readings) {
+                show(found);
+            }
+        });
+}
+
+void IssueDetail::show(const IssueReading &reading)
+{
+    m_parsed = reading.document;
+    m_blank = reading.blank;
     QList<IssueFieldRows::Row> fields;
     for (const auto &field : m_parsed.fields) {
         if (!isOneOf(field.key, IssueKeys::status()) && !isOneOf(field.key, IssueKeys::blockedBy())
@@ -192,7 +219,10 @@ void IssueDetail::readText()
     }
     m_fields.show(fields);
     readRefs();
-    showPreview();
+    if (reading.preview) {
+        m_previewed = reading.text;
+        m_preview.showRead(*reading.preview);
+    }
     Q_EMIT parsedChanged();
     noteUnsaved();
 }
@@ -227,28 +257,27 @@ void IssueDetail::readRefs()
 // The list follows when what it shows of the issue has become another.
 void IssueDetail::noteSaved()
 {
-    const auto *item = m_view->store().itemAtPath(m_document->path());
-    if (!item || IssueDocument::parse(m_document->savedText(), item->fileName()) != item->doc) {
-        m_reloadLater.start();
-    }
+    const QString text = m_document->savedText();
+    const QString path = m_document->path();
+    readApart(
+        this, text, [text, name = nameOf(path)] { return IssueDocument::parse(text, name); },
+        [this, path](const IssueDocument &saved) {
+            const auto *item = m_view ? m_view->store().itemAtPath(path) : nullptr;
+            if (m_view && (!item || item->doc != saved)) {
+                m_reloadLater.start();
+            }
+        });
 }
 
 void IssueDetail::setPreviewShown(bool shown)
 {
     if (m_previewShown != shown) {
         m_previewShown = shown;
-        showPreview();
+        if (shown && m_view) {
+            readText();
+        }
         Q_EMIT previewShownChanged();
     }
-}
-
-void IssueDetail::showPreview()
-{
-    if (!m_previewShown || !m_view) {
-        return;
-    }
-    m_previewed = m_document ? m_document->text() : QString();
-    m_preview.setText(headOf(IssueText::body(m_previewed)), false);
 }
 
 int IssueDetail::statusKind() const
@@ -312,14 +341,14 @@ QString IssueDetail::diskText() const
 QString IssueDetail::tooLongText() const
 {
     const qsizetype size = m_document ? m_document->text().size() : 0;
-    return size > longestEdited
+    return size > IssueReading::longestShown
         ? u"%L1자라 여기에서 고치기에는 너무 깁니다. 다른 편집기에서 고치면 이 창이 따라갑니다."_s.arg(size)
         : QString();
 }
 
 QString IssueDetail::emptyText() const
 {
-    if (!m_document || !Text::trimWhitespace(IssueText::body(m_document->text())).isEmpty()) {
+    if (!m_document || !m_blank) {
         return {};
     }
     const QString problem = unreadable();
@@ -358,7 +387,7 @@ void IssueDetail::setStatus(const QString &word)
         m_document->save(true);
     }
     const QString path = m_document->path();
-    const QString name = path.sliced(path.lastIndexOf(u'/') + 1);
+    const QString name = nameOf(path);
     const auto document = IssueDocument::parse(m_document->text(), name);
     const QString key = document.key(IssueKeys::status()).value_or(u"상태"_s);
     const QString before = document.rawValue(IssueKeys::status()).value_or(QString());
@@ -404,8 +433,9 @@ void IssueDetail::addRef(bool waitsFor, const QString &id)
         return;
     }
     const auto &keys = waitsFor ? IssueKeys::blockedBy() : IssueKeys::blocks();
-    const QString raw = m_parsed.rawValue(keys).value_or(QString());
-    change(IssueCells::setField(m_document->text(), m_parsed.key(keys).value_or(keys.first()),
+    const auto document = IssueDocument::parse(m_document->text(), nameOf(m_document->path()));
+    const QString raw = document.rawValue(keys).value_or(QString());
+    change(IssueCells::setField(m_document->text(), document.key(keys).value_or(keys.first()),
                                 IssueCells::appendingRef(id, raw), true));
 }
 

@@ -1,10 +1,10 @@
 // The issue that is open in a window: its document, and what is read from that.
 #pragma once
 
-#include "issues/IssueDocument.h"
 #include "markdown/MarkdownDocumentModel.h"
 #include "ui/chat/ChatLinks.h"
 #include "ui/chat/MarkdownBlockModel.h"
+#include "ui/issues/IssueReading.h"
 #include "ui/issues/IssueRows.h"
 #include "ui/issues/IssuesView.h"
 
@@ -20,7 +20,7 @@ namespace Vesk
 /**
  * Follows the choice of the view. A document is loaded when its issue is chosen and saved, or put beside its
  * file, when another is. What is read from its text comes a moment after the last change, the preview only
- * while it is shown.
+ * while it is shown, and of a long text off the main thread.
  */
 class IssueDetail : public QObject
 {
@@ -115,10 +115,10 @@ private:
     [[nodiscard]] std::unique_ptr<MarkdownDocumentModel> documentOf(const QString &path);
     [[nodiscard]] QString unreadable() const;
     void readText();
+    void show(const IssueReading &reading);
     void readRefs();
     void noteSaved();
     void noteUnsaved();
-    void showPreview();
     void openOutside(const QString &path);
     void copy(const QString &text, const QString &done);
     [[nodiscard]] bool canChange();
@@ -128,7 +128,9 @@ private:
     std::unique_ptr<MarkdownDocumentModel> m_document;
     std::vector<std::unique_ptr<MarkdownDocumentModel>> m_stranded; ///< text that no disk takes
     int m_enrolled = 0;
+    int m_readings = 0; // the last one that was begun
     IssueDocument m_parsed;
+    bool m_blank = true;
     IssueFieldRows m_fields;
     IssueRefRows m_blockedBy;
     IssueRefRows m_blocks;
