@@ -58,6 +58,7 @@ public:
     bool continues = false;       ///< goes on with the words of the block above, which were too many for one
     bool tight = true;            ///< in a list without blank lines between its items
     QString html;
+    QString note; ///< stands behind a heading's words, though not in the text; no HTML
     QString text;
     QString language;
     QList<int> alignments; ///< of each column: Qt::AlignLeft, AlignHCenter or AlignRight

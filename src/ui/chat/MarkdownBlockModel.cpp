@@ -193,6 +193,8 @@ QVariant MarkdownBlockModel::data(const QModelIndex &index, int role) const
         return kindWord(block.kind);
     case HtmlRole:
         return block.html;
+    case NoteRole:
+        return block.note;
     case Qt::DisplayRole:
     case TextRole:
         return block.text;
@@ -235,15 +237,25 @@ QVariant MarkdownBlockModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> MarkdownBlockModel::roleNames() const
 {
-    return {{KindRole, "kind"},           {HtmlRole, "html"},
-            {TextRole, "text"},           {LanguageRole, "language"},
-            {MarkerRole, "marker"},       {TaskRole, "task"},
-            {LevelRole, "level"},         {QuoteDepthRole, "quoteDepth"},
-            {ListDepthRole, "listDepth"}, {TightRole, "tight"},
-            {ColumnsRole, "columns"},     {AlignmentsRole, "alignments"},
-            {CellsRole, "cells"},         {DroppedCellsRole, "droppedCells"},
-            {ContinuesRole, "continues"}, {ShownCodeRole, "shownCode"},
-            {CodeRestRole, "codeRest"},   {SettledRole, "settled"},
+    return {{KindRole, "kind"},
+            {HtmlRole, "html"},
+            {NoteRole, "note"},
+            {TextRole, "text"},
+            {LanguageRole, "language"},
+            {MarkerRole, "marker"},
+            {TaskRole, "task"},
+            {LevelRole, "level"},
+            {QuoteDepthRole, "quoteDepth"},
+            {ListDepthRole, "listDepth"},
+            {TightRole, "tight"},
+            {ColumnsRole, "columns"},
+            {AlignmentsRole, "alignments"},
+            {CellsRole, "cells"},
+            {DroppedCellsRole, "droppedCells"},
+            {ContinuesRole, "continues"},
+            {ShownCodeRole, "shownCode"},
+            {CodeRestRole, "codeRest"},
+            {SettledRole, "settled"},
             {IsLastRole, "isLast"}};
 }
 

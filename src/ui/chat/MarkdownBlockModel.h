@@ -27,6 +27,7 @@ public:
     enum Roles {
         KindRole = Qt::UserRole + 1, ///< "paragraph", "heading", "item", "code", "table" or "rule"
         HtmlRole,
+        NoteRole, ///< what stands behind a heading's words, in lighter ones
         TextRole,
         LanguageRole,
         MarkerRole, ///< what stands before a list item: a bullet, "3." or nothing

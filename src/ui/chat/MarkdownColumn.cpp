@@ -467,6 +467,7 @@ QVariantMap MarkdownColumn::propertiesOf(int row) const
                 {u"quoted"_s, quoted}};
     }
     return {{u"source"_s, role(row, Model::HtmlRole)},
+            {u"note"_s, role(row, Model::NoteRole)},
             {u"level"_s, role(row, Model::LevelRole)},
             {u"quoted"_s, quoted}};
 }

@@ -30,6 +30,15 @@ QString MarkdownFormat::paragraph(const QString &html, const QColor &link, const
     return withLineHeight(style.apply(html), lineHeight, QLatin1StringView("normal"));
 }
 
+QString MarkdownFormat::note(const QString &text, const QColor &color, const QFont &font)
+{
+    return QStringLiteral("\u00A0 <span style=\"color:%1;font-size:%2px;font-weight:%3\">%4</span>")
+        .arg(color.name())
+        .arg(QFontInfo(font).pixelSize())
+        .arg(font.weight())
+        .arg(text.toHtmlEscaped());
+}
+
 QString MarkdownFormat::plainText(const QString &html)
 {
     return MarkdownLinks::plainText(html);

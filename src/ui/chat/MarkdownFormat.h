@@ -22,6 +22,8 @@ public:
     /** One paragraph with lines at least `lineHeight` high. */
     Q_INVOKABLE static QString paragraph(const QString &html, const QColor &link, const QColor &codeGround,
                                          const QFont &code, qreal lineHeight);
+    /** Words that stand behind a heading's, as HTML to be added to its own. */
+    Q_INVOKABLE static QString note(const QString &text, const QColor &color, const QFont &font);
     /** The words of inline HTML, for assistive tools. */
     Q_INVOKABLE static QString plainText(const QString &html);
     /** An address as a hint beside its link can show it. */

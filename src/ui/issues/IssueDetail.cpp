@@ -295,12 +295,6 @@ QString IssueDetail::statusNote() const
     return m_parsed.statusNote().value_or(QString());
 }
 
-QString IssueDetail::progressText() const
-{
-    const auto &progress = m_parsed.progress;
-    return progress.total > 0 ? u"%1/%2"_s.arg(progress.done).arg(progress.total) : QString();
-}
-
 QString IssueDetail::fileText() const
 {
     if (!m_document) {

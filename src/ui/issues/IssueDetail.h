@@ -34,7 +34,6 @@ class IssueDetail : public QObject
     Q_PROPERTY(int statusKind READ statusKind NOTIFY parsedChanged)
     Q_PROPERTY(QString statusWord READ statusWord NOTIFY parsedChanged)
     Q_PROPERTY(QString statusNote READ statusNote NOTIFY parsedChanged)
-    Q_PROPERTY(QString progressText READ progressText NOTIFY parsedChanged)
     Q_PROPERTY(Vesk::IssueFieldRows *fields READ fields CONSTANT)
     Q_PROPERTY(Vesk::IssueRefRows *blockedBy READ blockedBy CONSTANT)
     Q_PROPERTY(Vesk::IssueRefRows *blocks READ blocks CONSTANT)
@@ -60,7 +59,6 @@ public:
     [[nodiscard]] int statusKind() const;
     [[nodiscard]] QString statusWord() const;
     [[nodiscard]] QString statusNote() const;
-    [[nodiscard]] QString progressText() const; ///< "3/5"; empty without tasks
     [[nodiscard]] IssueFieldRows *fields() { return &m_fields; }
     [[nodiscard]] IssueRefRows *blockedBy() { return &m_blockedBy; }
     [[nodiscard]] IssueRefRows *blocks() { return &m_blocks; }

@@ -99,7 +99,7 @@ QVariant ChangesModel::data(const QModelIndex &index, int role) const
 void ChangesModel::setChanges(QList<Change> changes, Of of)
 {
     m_of = of;
-    std::ranges::stable_partition(changes, isConflict);
+    std::stable_partition(changes.begin(), changes.end(), isConflict);
     if (changes == m_changes)
         return;
     const Splice splice =
