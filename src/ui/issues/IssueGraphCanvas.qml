@@ -36,7 +36,7 @@ Item {
     Item {
         id: picture
 
-        readonly property int line: Math.max(1, Math.round(1 / canvas.graph.stage.zoom))
+        readonly property real line: Math.max(1, 1 / canvas.graph.stage.zoom)
         readonly property bool scaled: canvas.graph.stage.percent !== 100
 
         x: canvas.graph.stage.pan.x

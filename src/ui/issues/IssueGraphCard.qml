@@ -19,7 +19,7 @@ Item {
     required property bool settled
 
     // Of its edge, so that it is about a pixel of the screen at every zoom.
-    property int line: 1
+    property real line: 1
     // Letters drawn for the screen's own pixels lose strokes when they are scaled.
     property bool scaled: false
     readonly property int lettering: scaled ? Text.QtRendering : Text.NativeRendering
@@ -49,6 +49,7 @@ Item {
         radius: Theme.radius
         color: card.settled || card.context ? Theme.panel : hover.hovered ? Theme.hover : Theme.raised
         border.width: card.focused ? 2 * card.line : card.line
+        border.pixelAligned: false
         border.color: card.focused ? Theme.accent : Theme.line2
 
         StatusMark {
