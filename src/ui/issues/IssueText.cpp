@@ -2,6 +2,8 @@
 
 #include "markdown/MarkdownLines.h"
 
+#include <QList>
+
 #include <algorithm>
 
 namespace Vesk
