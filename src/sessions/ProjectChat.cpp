@@ -309,7 +309,7 @@ std::optional<QueuedLocalSend> ProjectChat::takePendingLocalSend(const QUuid &id
                                     [&](const QueuedLocalSend &queued) { return queued.id == id; });
     if (found == m_pendingLocalSends.cend())
         return std::nullopt;
-    const QueuedLocalSend taken = *found;
+    QueuedLocalSend taken = *found;
     m_pendingLocalSends.erase(found);
     Q_EMIT pendingLocalSendsChanged();
     return taken;

@@ -93,8 +93,8 @@ void CardSketchMeshNode::renewMarks(const SketchColors &colors, double pixel, QQ
 void CardSketchMeshNode::fillParts(const std::vector<CardSketch> &cards, const SketchColors &colors,
                                    double pixel)
 {
-    allocateRects(m_partGeometry,
-                  static_cast<qsizetype>(cards.size() * sketchParts({}, colors, pixel).size()));
+    const auto partsOfCard = static_cast<qsizetype>(sketchParts({}, colors, pixel).size());
+    allocateRects(m_partGeometry, static_cast<qsizetype>(cards.size()) * partsOfCard);
     auto *vertex = m_partGeometry.vertexDataAsColoredPoint2D();
     for (const CardSketch &card : cards) {
         for (const SketchPart &part : sketchParts(card, colors, pixel)) {
