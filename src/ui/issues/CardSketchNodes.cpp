@@ -2,7 +2,6 @@
 
 #include <QPainter>
 #include <QQuickWindow>
-#include <QSGRendererInterface>
 
 #include <cmath>
 
@@ -143,36 +142,16 @@ const QImage &CardMarkImages::image(int status, bool faded)
     return image;
 }
 
-CardSketchPainterNode::CardSketchPainterNode(QQuickWindow &window)
-    : m_window(window)
-{
-}
-
 void CardSketchPainterNode::setCards(CardSketches cards, const SketchColors &colors, const QRectF &bounds)
 {
     m_cards = std::move(cards);
     m_colors = colors;
-    m_bounds = bounds;
-    markDirty(DirtyMaterial);
+    noteChanged(bounds);
 }
 
-void CardSketchPainterNode::render(const RenderState *state)
+void CardSketchPainterNode::paint(QPainter &painter, const QRectF &area)
 {
-    auto *const painter = static_cast<QPainter *>(
-        m_window.rendererInterface()->getResource(&m_window, QSGRendererInterface::PainterResource));
-    if (!painter || !m_cards) {
-        return;
-    }
-    painter->save();
-    const QRegion *const clip = state->clipRegion();
-    if (clip && !clip->isEmpty()) {
-        painter->setClipRegion(*clip, Qt::ReplaceClip); // in pixels of the window, so before the transform
-    }
-    painter->setTransform(matrix()->toTransform());
-    painter->setOpacity(inheritedOpacity());
-    paintSketches(*painter, *m_cards, m_colors, m_markImages,
-                  painter->clipBoundingRect().intersected(m_bounds));
-    painter->restore();
+    paintSketches(painter, *m_cards, m_colors, m_markImages, area);
 }
 
 int paintSketches(QPainter &painter, const std::vector<CardSketch> &cards, const SketchColors &colors,

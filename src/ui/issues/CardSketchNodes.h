@@ -3,10 +3,10 @@
 #pragma once
 
 #include "ui/issues/CardSketch.h"
+#include "ui/issues/PainterNode.h"
 
 #include <QHash>
 #include <QSGGeometryNode>
-#include <QSGRenderNode>
 #include <QSGTexture>
 #include <QSGTextureMaterial>
 #include <QSGVertexColorMaterial>
@@ -62,24 +62,20 @@ private:
 };
 
 /** Draws in whole pixels what the part of the window to be drawn anew holds. */
-class CardSketchPainterNode : public QSGRenderNode
+class CardSketchPainterNode : public PainterNode
 {
 public:
-    explicit CardSketchPainterNode(QQuickWindow &window);
+    using PainterNode::PainterNode;
 
     void setCards(CardSketches cards, const SketchColors &colors, const QRectF &bounds);
 
-    void render(const RenderState *state) override;
-    [[nodiscard]] StateFlags changedStates() const override { return {}; }
-    [[nodiscard]] RenderingFlags flags() const override { return BoundedRectRendering; }
-    [[nodiscard]] QRectF rect() const override { return m_bounds; }
+protected:
+    void paint(QPainter &painter, const QRectF &area) override;
 
 private:
-    QQuickWindow &m_window;
     CardSketches m_cards;
     SketchColors m_colors;
     CardMarkImages m_markImages;
-    QRectF m_bounds;
 };
 
 /** Draws the cards that reach into `area`, in points of the layout, and returns how many those are. The

@@ -146,7 +146,7 @@ QSGNode *GraphLinksItem::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
     }
     if (isSoftware) {
         m_sceneArea = m_bounds;
-        auto *node = old ? static_cast<LinkPainterNode *>(old) : new LinkPainterNode(*window(), m_bounds);
+        auto *node = old ? static_cast<LinkPainterNode *>(old) : new LinkPainterNode(*window());
         node->setDrawing(m_drawing, m_colors, m_bounds);
         return node;
     }

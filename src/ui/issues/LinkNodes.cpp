@@ -5,7 +5,6 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QQuickWindow>
-#include <QSGRendererInterface>
 
 #include <cstring>
 
@@ -77,37 +76,16 @@ void LinkMeshNode::setDrawing(const LinkDrawing &drawing, const LinkInk &ink, co
     markDirty(DirtyGeometry | DirtyMaterial);
 }
 
-LinkPainterNode::LinkPainterNode(QQuickWindow &window, QRectF bounds)
-    : m_window(window)
-    , m_bounds(bounds)
-{
-}
-
 void LinkPainterNode::setDrawing(std::shared_ptr<const LinkDrawing> drawing, const LinkColors &colors,
-                                 QRectF bounds)
+                                 const QRectF &bounds)
 {
     m_tiles.setDrawing(std::move(drawing), colors);
-    m_bounds = bounds;
-    markDirty(DirtyMaterial);
+    noteChanged(bounds);
 }
 
-void LinkPainterNode::render(const RenderState *state)
+void LinkPainterNode::paint(QPainter &painter, const QRectF &area)
 {
-    auto *const painter = static_cast<QPainter *>(
-        m_window.rendererInterface()->getResource(&m_window, QSGRendererInterface::PainterResource));
-    if (!painter) {
-        return;
-    }
-    painter->save();
-    const QRegion *const clip = state->clipRegion();
-    if (clip && !clip->isEmpty()) {
-        painter->setClipRegion(*clip, Qt::ReplaceClip); // in pixels of the window, so before the transform
-    }
-    painter->setTransform(matrix()->toTransform());
-    painter->setOpacity(inheritedOpacity());
-    const QRectF area = painter->clipBoundingRect().intersected(m_bounds);
-    m_tiles.paint(*painter, painter->deviceTransform().mapRect(area).toAlignedRect());
-    painter->restore();
+    m_tiles.paint(painter, painter.deviceTransform().mapRect(area).toAlignedRect());
 }
 
 qsizetype paintLinks(QPainter &painter, const LinkDrawing &drawing, const LinkColors &colors,

@@ -4,10 +4,10 @@
 #include "ui/issues/LinkInk.h"
 #include "ui/issues/LinkPaths.h"
 #include "ui/issues/LinkTiles.h"
+#include "ui/issues/PainterNode.h"
 
 #include <QRectF>
 #include <QSGGeometryNode>
-#include <QSGRenderNode>
 #include <QSGTexture>
 #include <QSGTextureMaterial>
 
@@ -34,23 +34,19 @@ private:
     std::unique_ptr<QSGTexture> m_texture;
 };
 
-/** Draws what the part of the window to be drawn anew holds. For the software renderer, which knows no
- * triangles. */
-class LinkPainterNode : public QSGRenderNode
+/** Draws what the part of the window to be drawn anew holds. */
+class LinkPainterNode : public PainterNode
 {
 public:
-    LinkPainterNode(QQuickWindow &window, QRectF bounds);
+    using PainterNode::PainterNode;
 
-    void setDrawing(std::shared_ptr<const LinkDrawing> drawing, const LinkColors &colors, QRectF bounds);
+    void setDrawing(std::shared_ptr<const LinkDrawing> drawing, const LinkColors &colors,
+                    const QRectF &bounds);
 
-    void render(const RenderState *state) override;
-    [[nodiscard]] StateFlags changedStates() const override { return {}; }
-    [[nodiscard]] RenderingFlags flags() const override { return BoundedRectRendering; }
-    [[nodiscard]] QRectF rect() const override { return m_bounds; }
+protected:
+    void paint(QPainter &painter, const QRectF &area) override;
 
 private:
-    QQuickWindow &m_window;
-    QRectF m_bounds;
     LinkTiles m_tiles;
 };
 
