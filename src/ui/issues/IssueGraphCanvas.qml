@@ -81,6 +81,12 @@ Item {
                 }
             }
         }
+        RedrawnWhole {
+            x: canvas.graph.stage.sight.x
+            y: canvas.graph.stage.sight.y
+            width: canvas.graph.stage.sight.width
+            height: canvas.graph.stage.sight.height
+        }
     }
 
     HoverHandler {
