@@ -147,9 +147,9 @@ public:
         return m_file.close() ? 0 : errno;
     }
 
-    [[nodiscard]] int takeName()
+    [[nodiscard]] int takeName(bool onlyNew)
     {
-        if (::rename(m_name.constData(), m_target.constData()) != 0)
+        if ((onlyNew ? takeFreeName() : ::rename(m_name.constData(), m_target.constData())) != 0)
             return errno;
         m_name.clear();
         // The rename itself survives a power cut only with the folder on the disk; some file systems refuse
@@ -162,6 +162,21 @@ public:
     }
 
 private:
+    [[nodiscard]] int takeFreeName() const
+    {
+        const char *from = m_name.constData();
+        const char *to = m_target.constData();
+        if (::renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0)
+            return 0;
+        if (errno != EINVAL && errno != ENOSYS)
+            return -1;
+        // This file system cannot; a second name never takes the place of anything either.
+        if (::link(from, to) != 0)
+            return -1;
+        ::unlink(from);
+        return 0;
+    }
+
     static QByteArray linkOf(const Descriptor &file)
     {
         return "/proc/self/fd/" + QByteArray::number(file.get());
@@ -221,17 +236,23 @@ Result<QByteArray> readFile(const QString &path, qsizetype maxBytes)
 
 Result<void> writeAtomically(const QString &path, QByteArrayView bytes, mode_t mode)
 {
-    return writeAtomically(path, bytes, ReplacementRules {mode, false, {}});
+    return writeAtomically(path, bytes, ReplacementRules {.mode = mode});
 }
 
 Result<void> writeAtomically(const QString &path, QByteArrayView bytes, const ReplacementRules &rules)
 {
-    const QByteArray target = writtenPath(QFile::encodeName(path));
+    const auto changed = [&path] {
+        return failure(ErrorKind::Unavailable, path + QStringLiteral(" changed meanwhile"));
+    };
+    const QByteArray name = QFile::encodeName(path);
+    const QByteArray target = rules.onlyNew ? name : writtenPath(name);
     if (target.isEmpty())
         return cannotWrite(path, path.isEmpty() ? ENOENT : ELOOP);
     struct stat old {
     };
     const bool exists = ::stat(target.constData(), &old) == 0;
+    if (exists && rules.onlyNew)
+        return changed();
     if (exists && !S_ISREG(old.st_mode))
         return cannotWrite(path, S_ISDIR(old.st_mode) ? EISDIR : EINVAL);
     const bool asBefore = exists && rules.asBefore;
@@ -254,9 +275,9 @@ Result<void> writeAtomically(const QString &path, QByteArrayView bytes, const Re
     if (const int error = made.fill(bytes); error != 0)
         return cannotWrite(path, error);
     if (rules.lastLook && !rules.lastLook())
-        return failure(ErrorKind::Unavailable, path + QStringLiteral(" changed meanwhile"));
-    if (const int error = made.takeName(); error != 0)
-        return cannotWrite(path, error);
+        return changed();
+    if (const int error = made.takeName(rules.onlyNew); error != 0)
+        return rules.onlyNew && error == EEXIST ? Result<void>(changed()) : cannotWrite(path, error);
     return {};
 }
 

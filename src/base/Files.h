@@ -38,7 +38,9 @@ struct ReplacementRules {
      * write it. Unavailable when its owner or group cannot be kept. */
     bool asBefore = false;
     /** Asked right before the new file takes the name; false gives Unavailable and leaves the old one. */
-    std::function<bool()> lastLook;
+    std::function<bool()> lastLook {};
+    /** Whatever has the name already, be it a link that leads nowhere, keeps it; that gives Unavailable. */
+    bool onlyNew = false;
 };
 
 /** As above, by rules. */

@@ -1,5 +1,6 @@
 #include "issues/IssueScaffold.h"
 
+#include "base/Files.h"
 #include "issues/IssueScaffoldTexts_p.h"
 
 #include <QDir>
@@ -47,19 +48,9 @@ bool holds(const QString &folder, const QString &name)
     return names.contains(name, Qt::CaseInsensitive);
 }
 
-/** Never over a file that is there; a file that could not be written whole is taken away again. */
 bool writeNew(const QString &path, const QString &text)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
-        return false;
-    }
-    const QByteArray bytes = text.toUtf8();
-    if (file.write(bytes) == bytes.size() && file.flush()) {
-        return true;
-    }
-    file.remove();
-    return false;
+    return writeAtomically(path, text.toUtf8(), ReplacementRules {.onlyNew = true}).has_value();
 }
 
 } // namespace

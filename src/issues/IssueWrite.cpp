@@ -1,5 +1,6 @@
 #include "issues/IssueWrite.h"
 
+#include "base/Files.h"
 #include "markdown/MarkdownFileWriter.h"
 
 namespace Vesk
@@ -18,11 +19,25 @@ std::optional<QString> writeIssueFile(const QString &path, const QString &text)
     return written ? std::nullopt : std::optional(written.error().text);
 }
 
+std::optional<QString> createIssueFile(const QString &path, const QString &text)
+{
+    const auto made = writeAtomically(path, text.toUtf8(), ReplacementRules {.onlyNew = true});
+    if (made) {
+        return std::nullopt;
+    }
+    return made.error().kind == ErrorKind::Unavailable ? IssueWrite::nameTakenText() : made.error().text;
+}
+
 } // namespace
+
+QString IssueWrite::nameTakenText()
+{
+    return QStringLiteral("같은 이름의 파일이 이미 있습니다");
+}
 
 IssueWrite::IO IssueWrite::live(std::function<void(const QString &path)> flush)
 {
-    return {std::move(flush), writeIssueFile};
+    return {std::move(flush), writeIssueFile, createIssueFile};
 }
 
 } // namespace Vesk

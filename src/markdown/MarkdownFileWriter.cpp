@@ -72,7 +72,7 @@ Result<void> write(const QString &resolved, QByteArrayView bytes, const std::fun
         return writeInPlace(resolved, bytes, lastLook);
     bool wanted = true;
     const auto look = [&] { return wanted = !lastLook || lastLook(); };
-    auto written = writeAtomically(resolved, bytes, ReplacementRules {0644, true, look});
+    auto written = writeAtomically(resolved, bytes, ReplacementRules {.asBefore = true, .lastLook = look});
     if (!written && written.error().kind == ErrorKind::Unavailable && wanted)
         return writeInPlace(resolved, bytes, lastLook); // its owner would change
     return written;

@@ -79,6 +79,27 @@ private Q_SLOTS:
         QCOMPARE(writeAtomically(loop, "x").error().kind, ErrorKind::Unwritable);
     }
 
+    void aNewFileTakesNoOthersPlace()
+    {
+        const ReplacementRules rules {.mode = 0640, .onlyNew = true};
+        const QString path = m_dir->filePath(u"made"_s);
+        QVERIFY(writeAtomically(path, "first", rules));
+        QCOMPARE(modeOf(path), 0640U);
+        QVERIFY(QFile::link(u"nowhere"_s, m_dir->filePath(u"dangling"_s)));
+        for (const QString &taken : {path, m_dir->filePath(u"dangling"_s), m_dir->path()}) {
+            QCOMPARE(writeAtomically(taken, "second", rules).error().kind, ErrorKind::Unavailable);
+        }
+        // Somebody makes it in the very last moment.
+        const QString raced = m_dir->filePath(u"raced"_s);
+        const auto outcome = writeAtomically(
+            raced, "ours",
+            {.lastLook = [&raced] { return writeAtomically(raced, "theirs").has_value(); }, .onlyNew = true});
+        QCOMPARE(outcome.error().kind, ErrorKind::Unavailable);
+        QCOMPARE(readFile(raced, 10).value(), QByteArray("theirs"));
+        QCOMPARE(readFile(path, 10).value(), QByteArray("first"));
+        QCOMPARE(entries(), (QStringList {u"made"_s, u"raced"_s})); // nothing is left of what failed
+    }
+
     void failedWritesChangeNothing()
     {
         const QString path = m_dir->filePath(u"kept"_s);

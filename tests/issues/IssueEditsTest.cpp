@@ -155,6 +155,9 @@ private Q_SLOTS:
         QVERIFY(QFile::link(loop, loop));
         QCOMPARE(IssueWrite::live({}).write(loop, u"x"_s),
                  u"심볼릭 링크가 순환합니다 — 어디에 써야 할지 알 수 없어 쓰지 않았습니다"_s);
+        QCOMPARE(IssueWrite::live({}).create(tracker.issue, u"x"_s), IssueWrite::nameTakenText());
+        QVERIFY(IssueWrite::live({}).create(loop, u"x"_s).has_value());
+        QCOMPARE(Tracker::bytesOf(real), QByteArray("| 상태 | done |\n"));
     }
 
     void theBoardComesAlong()

@@ -118,7 +118,7 @@ QString NewIssueForm::fileProblem() const
     }
     const QFileInfo file(m_view->folderPath() + u'/' + name);
     return m_context.takenNames.contains(name.toLower()) || file.exists() || file.isSymLink()
-        ? u"같은 이름의 파일이 이미 있습니다"_s
+        ? IssueWrite::nameTakenText()
         : QString();
 }
 
@@ -271,7 +271,7 @@ bool NewIssueForm::create()
     }
     const QString name = fileName();
     const QString path = m_view->folderPath() + u'/' + name;
-    if (const auto problem = m_view->desk().io.write(path, markdown())) {
+    if (const auto problem = m_view->desk().io.create(path, markdown())) {
         m_error = *problem;
         Q_EMIT changed();
         return false;
