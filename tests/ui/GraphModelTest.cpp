@@ -154,6 +154,10 @@ private Q_SLOTS:
         model.clearFocus();
         QVERIFY(ofCard(model, u"a-3"_s, IssueGraphModel::InChainRole).toBool());
         QCOMPARE(set.folder.view->selectedId(), u"A-4"_s);
+        set.folder.view->selectId(u"A-1"_s);
+        QCOMPARE(model.focusKey(), u"a-1"_s);
+        set.folder.view->selectId(u"A-8"_s); // has no relations, and so no card
+        QCOMPARE(model.focusKey(), QString());
 
         model.setMilestone(u"M2"_s);
         QCOMPARE(ids(model), (QStringList {u"A-1"_s, u"A-2"_s, u"A-3"_s, u"A-4"_s}));

@@ -299,8 +299,8 @@ void IssueGraphModel::open(const QString &id)
 void IssueGraphModel::followSelection()
 {
     const QString key = m_view->selectedId().toLower();
-    if (card(key) && key != m_focusKey) {
-        focus(key);
+    if (key != m_focusKey) {
+        focus(key); // one without relations has no card: nothing is in focus then
         revealFocus();
     }
 }
