@@ -117,6 +117,21 @@ private Q_SLOTS:
         QCOMPARE(theatre.warnings(), QStringList());
     }
 
+    void theLineBesideThePreviewGoesWithIt()
+    {
+        IssueHouse house;
+        auto &theatre = *house.theatre;
+        house.view().select(house.file(fourth));
+        theatre.click(u"나란히"_s);
+        const auto *editor = house.named(u"issueEditor"_s);
+        QVERIFY(editor);
+        constexpr double inset = 20;
+        const QPoint edge = editor->mapToScene({editor->width() + inset, editor->height() / 2}).toPoint();
+        QCOMPARE(theatre.window()->grabWindow().pixelColor(edge), Theme::shared().colors().line);
+        theatre.click(u"편집"_s);
+        QCOMPARE(theatre.window()->grabWindow().pixelColor(edge), Theme::shared().colors().canvas);
+    }
+
     void listByKeys()
     {
         IssueHouse house;

@@ -60,7 +60,9 @@ FocusScope {
         Accessible.name: text
     }
     Hairline {
-        anchors.left: editor.right
+        // Not by the editor's edge: a hidden line that comes to lie below the one at the pane's own edge would
+        // leave its pixels behind, as the software renderer forgets what is covered as a whole.
+        x: Math.round(parent.width / 2)
         anchors.top: locked.bottom
         anchors.bottom: parent.bottom
         visible: body.edits && body.shows
