@@ -15,7 +15,8 @@ struct IO {
     std::function<void(const QString &path)> flush;
     /** Replaces a file's text; the reason for the person when that failed. */
     std::function<std::optional<QString>(const QString &path, const QString &text)> write;
-    /** Makes a file of this text, never in the place of one that is there; else the reason, for the person. */
+    /** Makes a file of this text, never in the place of one that is there; else the reason, for the person.
+     */
     std::function<std::optional<QString>(const QString &path, const QString &text)> create;
 };
 

@@ -318,7 +318,8 @@ private Q_SLOTS:
     void aLargeGraphMovesSmoothly()
     {
         if (!qEnvironmentVariableIsSet("VESK_PANE_FRAMES")) {
-            QSKIP("VESK_PANE_FRAMES=1 prints the times of frames of 2,000 issues");
+            QSKIP(
+                "VESK_PANE_FRAMES=1 prints the times of frames of 2,000 issues, 0.46 those at that zoom alone");
         }
         IssueFolderStage stage;
         for (int number = 0; number < 2000; ++number) {
@@ -334,24 +335,25 @@ private Q_SLOTS:
         stage.look();
         PaneWindow graph(stage, u"IssueGraphPane.qml"_s, {1440, 844});
         GraphStage &picture = *graph.model<IssueGraphModel>().stage();
+        QSignalSpy drawn(&graph.window, &QQuickWindow::frameSwapped);
         const auto timesOf = [&](const QString &what, int frames, const std::function<void(int)> &move) {
             QList<double> times;
             for (int frame = 0; frame < frames; ++frame) {
                 const std::clock_t begun = std::clock();
                 move(frame);
-                QCoreApplication::processEvents(); // cards that come a moment later
-                graph.window.grabWindow();
+                drawn.wait();
                 times.append(static_cast<double>(std::clock() - begun) * 1e3 / CLOCKS_PER_SEC);
             }
             std::ranges::sort(times);
             qInfo("%s: processor time of a frame: median %.1f ms, 95 %% %.1f ms, longest %.1f ms",
                   qPrintable(what), times[frames / 2], times[frames * 95 / 100], times.last());
         };
-        QList<double> zooms {2.0, 1.0, 0.75, 0.55, 0.46, 0.4, 0.3, 0.2};
+        QList<double> pans {2.0, 1.0, 0.75, 0.55, 0.46, 0.4, 0.3, 0.2};
+        QList<double> zooms {1.0, 0.46, 0.2};
         if (const auto only = qEnvironmentVariable("VESK_PANE_FRAMES").toDouble(); only < 1) {
-            zooms = {only};
+            pans = zooms = {only};
         }
-        for (const double zoom : zooms) {
+        for (const double zoom : pans) {
             picture.fit();
             picture.zoomBy(zoom / picture.zoom(), {720, 260});
             QTest::qWait(100);
@@ -361,12 +363,13 @@ private Q_SLOTS:
             });
         }
         constexpr int steps = 30;
-        for (const double from : {0.2, 0.46, 1.0}) {
+        for (const double from : zooms) {
             const double step = std::pow(2.0, 1.0 / steps);
             picture.zoomBy(from / picture.zoom(), {720, 260});
             graph.window.grabWindow();
-            timesOf(u"zoom from %1 to %2"_s.arg(from).arg(from * 2), steps,
-                    [&](int) { picture.zoomBy(step, {720, 260}); });
+            timesOf(u"zoom from %1 to %2"_s.arg(from).arg(from * 2), steps, [&](int) {
+                picture.zoomBy(step, {720, 260});
+            });
             timesOf(u"and back"_s, steps, [&](int) { picture.zoomBy(1 / step, {720, 260}); });
         }
     }

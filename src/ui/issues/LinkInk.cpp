@@ -35,13 +35,22 @@ int bandOf(Tone tone, const Stroke &stroke, bool dashes)
     return (static_cast<int>(tone) * inkStrokes + number) * bandsOfStroke + (dashes ? 1 : 0);
 }
 
-/** A line thinner than a pixel is drawn a pixel wide, and fainter. */
-double drawnHalfWidth(const Stroke &stroke, double pixel)
+} // namespace
+
+DrawnLine lineAtScale(const Stroke &asked, double pixel)
 {
-    return std::max(stroke.width, pixel) / 2;
+    const Stroke stroke = strokeAtScale(asked, pixel);
+    const double width = std::max(stroke.width, pixel);
+    return {
+        .halfWidth = width / 2, .opacity = stroke.opacity * stroke.width / width, .dashed = stroke.dashed};
 }
 
-} // namespace
+double distanceFromDash(double along)
+{
+    using namespace IssueLinkCurves;
+    const double place = std::fmod(along, dashOn + dashOff);
+    return place > dashOn ? std::min(place - dashOn, dashOn + dashOff - place) : 0;
+}
 
 LinkInk::LinkInk(const LinkColors &colors, double pixel)
     : m_pixel(pixel)
@@ -65,21 +74,18 @@ LinkInk::LinkInk(const LinkColors &colors, double pixel)
 
 void LinkInk::drawBand(int band, const QColor &color, const Stroke &asked, bool wantsDashes)
 {
-    const Stroke stroke =
-        strokeAtScale({.width = asked.width, .opacity = asked.opacity, .dashed = wantsDashes}, m_pixel);
-    const double halfWidth = drawnHalfWidth(stroke, m_pixel);
-    const double opacity = stroke.opacity * stroke.width / (2 * halfWidth) * color.alphaF();
+    const DrawnLine line =
+        lineAtScale({.width = asked.width, .opacity = asked.opacity, .dashed = wantsDashes}, m_pixel);
+    const double opacity = line.opacity * color.alphaF();
     for (int row = 0; row < profileRows; ++row) {
-        const double across = ((row + 0.5) / profileRows * 2 - 1) * reach(stroke);
+        const double across = ((row + 0.5) / profileRows * 2 - 1) * (line.halfWidth + m_pixel / 2);
         auto *const pixels = reinterpret_cast<QRgb *>(m_image.scanLine(band * bandRows + 1 + row));
         for (int column = 0; column < m_image.width(); ++column) {
             const double along = (column + 0.5) / m_image.width() * period();
             // Dashes end round: what counts is the distance from the middle line of the nearest one.
-            const double beside = stroke.dashed && along > IssueLinkCurves::dashOn
-                ? std::min(along - IssueLinkCurves::dashOn, period() - along)
-                : 0;
+            const double beside = line.dashed ? distanceFromDash(along) : 0;
             const double cover =
-                std::clamp((halfWidth - std::hypot(beside, across)) / m_pixel + 0.5, 0.0, 1.0);
+                std::clamp((line.halfWidth - std::hypot(beside, across)) / m_pixel + 0.5, 0.0, 1.0);
             pixels[column] = qPremultiply(qRgba(color.red(), color.green(), color.blue(),
                                                 static_cast<int>(std::lround(cover * opacity * 255))));
         }
@@ -88,7 +94,7 @@ void LinkInk::drawBand(int band, const QColor &color, const Stroke &asked, bool 
 
 double LinkInk::reach(const Stroke &stroke) const
 {
-    return drawnHalfWidth(stroke, m_pixel) + m_pixel / 2;
+    return lineAtScale(stroke, m_pixel).halfWidth + m_pixel / 2;
 }
 
 LinkInk::Band LinkInk::band(int number) const

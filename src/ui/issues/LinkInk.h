@@ -15,6 +15,20 @@ namespace Vesk
 /** By tone: backward, open, resolved. */
 using LinkColors = std::array<QColor, 3>;
 
+/** A stroke as pixels can show it. Lengths in points of the layout. */
+struct DrawnLine {
+    double halfWidth = 0;
+    double opacity = 0;
+    bool dashed = false;
+};
+
+/** `pixel` is the side of a pixel of the screen. A line thinner than that is drawn a pixel wide, and fainter.
+ */
+[[nodiscard]] DrawnLine lineAtScale(const IssueLinkCurves::Stroke &stroke, double pixel);
+
+/** From a place so far along a dashed line to the nearest dash. */
+[[nodiscard]] double distanceFromDash(double along);
+
 /** To the right the picture goes along a line, a whole number of dashes and gaps, to be repeated; downwards
  * across it. */
 class LinkInk

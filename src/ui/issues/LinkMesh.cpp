@@ -63,7 +63,6 @@ private:
         }
     }
 
-    [[nodiscard]] size_t nextNeeded(const LinkPath &path, size_t at, size_t last) const;
     void drawRun(const LinkPath &path, const IssueLinkCurves::Stroke &stroke, size_t first, size_t last);
     void drawCap(QPointF end, QPointF way, bool atStart, LinkInk::Band dashes);
     void drawArrow(const LinkPath &path, const IssueLinkCurves::Stroke &stroke);
@@ -84,19 +83,6 @@ void LinkMesher::drawCap(QPointF end, QPointF way, bool atStart, LinkInk::Band d
     fillQuad();
 }
 
-/** The furthest point up to which a straight piece is as good as the path, as far as the pixels tell. */
-size_t LinkMesher::nextNeeded(const LinkPath &path, size_t at, size_t last) const
-{
-    constexpr double unseen = 0.25; // of a pixel
-    size_t next = at + 1;
-    while (next < last
-           && distanceFromChord(path.points[(at + next + 1) / 2], path.points[at], path.points[next + 1])
-               < unseen * m_ink.pixel()) {
-        ++next;
-    }
-    return next;
-}
-
 void LinkMesher::drawRun(const LinkPath &path, const IssueLinkCurves::Stroke &stroke, size_t first,
                          size_t last)
 {
@@ -108,7 +94,7 @@ void LinkMesher::drawRun(const LinkPath &path, const IssueLinkCurves::Stroke &st
         drawCap(path.points[0], before, true, dashes);
     }
     for (size_t at = first; at <= last;) {
-        const size_t next = at < last ? nextNeeded(path, at, last) : last + 1;
+        const size_t next = at < last ? nextNeeded(path, at, last, m_ink.pixel()) : last + 1;
         const QPointF after = at < last ? lineDirection(path.points[at], path.points[next]) : before;
         addPair(path.points[at], lineDirection({}, before + after), path.lengths[at], band);
         if (at > first) {

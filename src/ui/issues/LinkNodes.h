@@ -50,9 +50,4 @@ private:
     LinkTiles m_tiles;
 };
 
-/** Draws the lines that may be seen in `area`, in points of the layout. Returns how many points they and
- * their arrows have there. */
-qsizetype paintLinks(QPainter &painter, const LinkDrawing &drawing, const LinkColors &colors,
-                     const QRectF &area);
-
 } // namespace Vesk

@@ -89,6 +89,18 @@ LinkPath linkPath(const IssueGraph::Link &link, double tolerance)
     return path;
 }
 
+size_t nextNeeded(const LinkPath &path, size_t at, size_t last, double pixel)
+{
+    constexpr double unseen = 0.25; // of a pixel
+    size_t next = at + 1;
+    while (next < last
+           && distanceFromChord(path.points[(at + next + 1) / 2], path.points[at], path.points[next + 1])
+               < unseen * pixel) {
+        ++next;
+    }
+    return next;
+}
+
 QRectF pointsBounds(const LinkPath &path, size_t first, size_t last)
 {
     constexpr double thickness = 1e-3; // a level line is no empty area

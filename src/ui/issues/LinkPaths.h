@@ -56,6 +56,10 @@ struct LinkDrawing {
 /** How far a point is from the straight line between two others. */
 [[nodiscard]] double distanceFromChord(QPointF point, QPointF start, QPointF end);
 
+/** The furthest point, `last` at most, up to which a straight piece is as good as the path, as far as pixels
+   of the screen tell, `pixel` points wide. */
+[[nodiscard]] size_t nextNeeded(const LinkPath &path, size_t at, size_t last, double pixel);
+
 /** Around some points of a path; not empty, whatever their places. */
 [[nodiscard]] QRectF pointsBounds(const LinkPath &path, size_t first, size_t last);
 

@@ -1,8 +1,9 @@
 #include "ui/issues/LinkTiles.h"
 
-#include "ui/issues/LinkNodes.h"
+#include "ui/issues/LinkRaster.h"
 
 #include <QPainter>
+#include <QRegion>
 
 #include <cmath>
 
@@ -18,16 +19,18 @@ void LinkTiles::setDrawing(std::shared_ptr<const LinkDrawing> drawing, const Lin
     }
 }
 
-QImage LinkTiles::drawn(QPoint tile) const
+/** All squares of a block at one go: most lines cross several of them. */
+void LinkTiles::draw(const QRect &block)
 {
-    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(-tile * side);
-    painter.scale(m_scale, m_scale);
-    const QRectF area(QPointF(tile * side) / m_scale, QSizeF(side, side) / m_scale);
-    return paintLinks(painter, *m_drawing, m_colors, area) > 0 ? image : QImage();
+    QImage sheet(block.size() * side, QImage::Format_ARGB32_Premultiplied);
+    sheet.fill(Qt::transparent);
+    const bool isEmpty = paintLinks(sheet, block.topLeft() * side, m_scale, *m_drawing, m_colors) == 0;
+    for (int row = block.top(); row <= block.bottom(); ++row) {
+        for (int column = block.left(); column <= block.right(); ++column) {
+            const QPoint tile(column, row);
+            m_tiles.insert(tile, isEmpty ? Tile() : Tile {sheet, (tile - block.topLeft()) * side});
+        }
+    }
 }
 
 int LinkTiles::paint(QPainter &painter, const QRect &area)
@@ -47,22 +50,31 @@ int LinkTiles::paint(QPainter &painter, const QRect &area)
     m_tiles.removeIf([around = QRect(first, last).adjusted(-1, -1, 1, 1)](const auto &entry) {
         return !around.contains(entry.key());
     });
-    painter.save();
-    painter.setTransform(place.inverted() * painter.transform()); // to pixels of the screen
-    int fresh = 0;
-    for (int row = first.y(); row <= last.y(); ++row) {
-        for (int column = first.x(); column <= last.x(); ++column) {
-            const QPoint tile(column, row);
-            auto known = m_tiles.constFind(tile);
-            if (known == m_tiles.cend()) {
-                known = m_tiles.insert(tile, drawn(tile));
-                ++fresh;
-            }
-            if (!known->isNull()) {
-                painter.drawImage(origin + tile * side, *known);
+    const auto forTiles = [&](auto onTile) {
+        for (int row = first.y(); row <= last.y(); ++row) {
+            for (int column = first.x(); column <= last.x(); ++column) {
+                onTile(QPoint(column, row));
             }
         }
+    };
+    QRegion missing;
+    forTiles([&](QPoint tile) {
+        if (!m_tiles.contains(tile)) {
+            missing += QRect(tile, QSize(1, 1));
+        }
+    });
+    int fresh = 0;
+    for (const QRect &block : missing) {
+        draw(block);
+        fresh += block.width() * block.height();
     }
+    painter.save();
+    painter.setTransform(place.inverted() * painter.transform()); // to pixels of the screen
+    forTiles([&](QPoint tile) {
+        if (const Tile &known = *m_tiles.constFind(tile); !known.sheet.isNull()) {
+            painter.drawImage(origin + tile * side, known.sheet, QRect(known.corner, QSize(side, side)));
+        }
+    });
     painter.restore();
     return fresh;
 }

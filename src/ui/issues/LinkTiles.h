@@ -31,12 +31,17 @@ public:
     [[nodiscard]] qsizetype count() const { return m_tiles.size(); }
 
 private:
-    [[nodiscard]] QImage drawn(QPoint tile) const;
+    struct Tile {
+        QImage sheet; // null where nothing is
+        QPoint corner;
+    };
+
+    void draw(const QRect &block);
 
     std::shared_ptr<const LinkDrawing> m_drawing;
     LinkColors m_colors;
-    double m_scale = 0;            // at which the squares were drawn
-    QHash<QPoint, QImage> m_tiles; // by column and row; null where nothing is
+    double m_scale = 0;          // at which the squares were drawn
+    QHash<QPoint, Tile> m_tiles; // by column and row
 };
 
 } // namespace Vesk
