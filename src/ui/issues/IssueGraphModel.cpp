@@ -58,6 +58,7 @@ IssueGraphModel::IssueGraphModel(QObject *parent)
     });
     connect(&m_stage, &GraphStage::fitted, this, &IssueGraphModel::revealFocus);
     m_fillLater.setSingleShot(true);
+    m_fillLater.setInterval(10); // hardly more than once in a frame
     connect(&m_fillLater, &QTimer::timeout, this, [this] { updateRows(false); });
 }
 
@@ -159,17 +160,19 @@ QStringList IssueGraphModel::wantedRows() const
 
 void IssueGraphModel::updateRows(bool anew)
 {
-    constexpr qsizetype mostAtOnce = 48; // what a frame has time for
+    constexpr qsizetype mostAtOnce = 16; // what a frame has time for
+    constexpr qsizetype mostAdded = 10;  // those take longer than rows that are there
     QStringList come = wantedRows();
     const QSet<QString> wanted(come.cbegin(), come.cend());
     const QSet<QString> known(m_rows.cbegin(), m_rows.cend());
     come.removeIf([&known](const QString &key) { return known.contains(key); });
-    const bool isMore = !anew && !m_rows.isEmpty() && come.size() > mostAtOnce;
+    const bool isGradual = !anew && !m_rows.isEmpty();
+    const auto free =
+        std::ranges::count_if(m_rows, [&wanted](const auto &key) { return !wanted.contains(key); });
+    const qsizetype most = std::min(mostAtOnce, free + mostAdded);
+    bool isMore = isGradual && come.size() > most;
     if (isMore) {
-        come.resize(mostAtOnce);
-        m_fillLater.start();
-    } else {
-        m_fillLater.stop();
+        come.resize(most);
     }
     auto next = come.cbegin();
     for (int row = 0; row < m_rows.size(); ++row) {
@@ -181,12 +184,22 @@ void IssueGraphModel::updateRows(bool anew)
         }
         Q_EMIT dataChanged(index(row), index(row));
     }
+    qsizetype changed = come.size();
     for (int row = static_cast<int>(m_rows.size()) - 1; row >= 0 && !isMore; --row) {
-        if (!wanted.contains(m_rows[row])) {
+        if (wanted.contains(m_rows[row])) {
+            continue;
+        }
+        isMore = isGradual && ++changed > mostAtOnce;
+        if (!isMore) {
             beginRemoveRows({}, row, row);
             m_rows.removeAt(row);
             endRemoveRows();
         }
+    }
+    if (isMore) {
+        m_fillLater.start();
+    } else {
+        m_fillLater.stop();
     }
     const QStringList added(next, come.cend());
     if (!added.isEmpty()) {
