@@ -36,7 +36,7 @@ Item {
     Item {
         id: picture
 
-        readonly property real line: Math.max(1, 1 / canvas.graph.stage.zoom)
+        readonly property real line: canvas.graph.stage.tiny ? 1 : 1 / canvas.graph.stage.zoom
         readonly property bool scaled: canvas.graph.stage.percent !== 100
 
         x: canvas.graph.stage.pan.x

@@ -18,7 +18,7 @@ Item {
     required property bool context
     required property bool settled
 
-    // Of its edge, so that it is about a pixel of the screen at every zoom.
+    // Of its edge, so that it is a pixel of the screen at every zoom: less is lost where it falls between two.
     property real line: 1
     // Letters drawn for the screen's own pixels lose strokes when they are scaled.
     property bool scaled: false
@@ -48,8 +48,8 @@ Item {
         transformOrigin: Item.TopLeft
         radius: Theme.radius
         color: card.settled || card.context ? Theme.panel : hover.hovered ? Theme.hover : Theme.raised
-        border.width: card.focused ? 2 * card.line : card.line
         border.pixelAligned: false
+        border.width: card.focused ? 2 * card.line : card.line
         border.color: card.focused ? Theme.accent : Theme.line2
 
         StatusMark {
@@ -93,7 +93,9 @@ Item {
             text: card.title
             renderType: card.lettering
             struck: card.status === 5
-            thickness: card.line
+            // A thinner one may cover no pixel as a whole: then the software renderer forgets to draw it again when
+            // something below it is.
+            thickness: card.scaled ? 2 * card.line : 1
             color: card.settled ? Theme.text3 : Theme.text
             Accessible.ignored: true
         }
