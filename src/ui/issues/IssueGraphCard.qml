@@ -96,6 +96,7 @@ Item {
             // A thinner one may cover no pixel as a whole: then the software renderer forgets to draw it again when
             // something below it is.
             thickness: card.scaled ? 2 * card.line : 1
+            strength: card.scaled ? 0.5 : 1 // as much ink as a line of a pixel has
             color: card.settled ? Theme.text3 : Theme.text
             Accessible.ignored: true
         }

@@ -7,6 +7,7 @@ Label {
 
     property bool struck: false
     property real thickness: 1
+    property real strength: 1
 
     Rectangle {
         visible: label.struck
@@ -14,6 +15,7 @@ Label {
         width: Math.min(label.contentWidth, label.width)
         height: 1
         color: label.color
+        opacity: label.strength
         // Of its own height the software renderer takes whole points only.
         transform: Scale { yScale: label.thickness }
     }
