@@ -61,8 +61,10 @@ FocusScope {
             function onClosed(): void { linkSheet.source = "" }
         }
     }
+    // Its edge, below the composer, moves with the bars: else the software renderer leaves one standing that went.
     Rectangle {
         anchors.fill: parent
+        anchors.bottomMargin: middle.height / 100
         color: Theme.canvas
     }
     AttachmentDrop {
