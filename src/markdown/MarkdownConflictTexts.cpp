@@ -48,7 +48,7 @@ QString saveFailedBadge(const QString &reason)
 {
     return reason
         + QStringLiteral(" · 편집 내용은 아직 앱 안에만 있습니다. 원인을 고친 뒤 \"저장\"을 누르세요. 다음 "
-                         "편집 때에도 다시 저장해 봅니다.");
+                         "편집 때에도 다시 저장해 봅니다. \"다시 읽기\"는 편집을 버립니다.");
 }
 
 bool canSave(MaybeConflict conflict, bool dirty)
@@ -80,7 +80,7 @@ bool canReload(MaybeConflict conflict)
 QString reloadHelp(MaybeConflict conflict)
 {
     if (!conflict)
-        return {};
+        return QStringLiteral("파일에 있는 내용으로 되돌립니다 (내 편집은 버려짐)");
     switch (*conflict) {
     case DocumentConflict::ExternalChange:
         return QStringLiteral("외부 변경 내용으로 교체 (내 편집은 버려짐)");

@@ -51,7 +51,7 @@ bool MarkdownDocumentModel::canSave() const
 
 bool MarkdownDocumentModel::canReload() const
 {
-    return MarkdownConflictTexts::canReload(m_conflict);
+    return m_conflict ? MarkdownConflictTexts::canReload(m_conflict) : saveFailed();
 }
 
 QString MarkdownDocumentModel::conflictLabel() const

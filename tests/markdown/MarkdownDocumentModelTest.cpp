@@ -300,10 +300,12 @@ private Q_SLOTS:
         QVERIFY(editor.errors.value(0).startsWith(u"md save failed: "_s + m_path + u" — "_s));
         QVERIFY(editor.document.isDirty() && !editor.document.hasConflict());
         QVERIFY(editor.document.saveFailed() && editor.document.conflictBadge().contains(m_path));
+        QVERIFY(editor.document.canReload() && editor.document.reloadHelp().contains(u"내 편집은 버려짐"_s));
         QCOMPARE(content(), "old");
         editor.document.save(false);
         QCOMPARE(content(), text.toUtf8());
         QVERIFY(!editor.document.saveFailed() && editor.document.conflictBadge().isEmpty());
+        QVERIFY(!editor.document.canReload());
     }
 
     void twoEditorsOfOneFile()
