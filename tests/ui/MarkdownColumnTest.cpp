@@ -110,6 +110,16 @@ private Q_SLOTS:
         QCOMPARE(code.data(MarkdownBlockModel::TextRole).toString().count(u'\n'), 999);
     }
 
+    void tellsWhereLinksStand()
+    {
+        m_blocks.setText(u"하나 "_s.repeated(8) + u"[둘](a.md)\n\n- 셋\n\n|넷|\n|-|\n|[다섯](b.md)|"_s, false);
+        QTRY_VERIFY(m_column->hasLinkIn({0, m_column->height() - 30, 100, 30}));
+        QVERIFY(m_column->hasLinkIn({0, 0, 600, 20}));
+        QVERIFY(!m_column->hasLinkIn({0, 0, 100, 20}));
+        QVERIFY(!m_column->hasLinkIn({400, 0, 200, 20}));
+        QVERIFY(!m_column->hasLinkIn({0, 30, 600, 15}));
+    }
+
     void cellsTellTheirRoom()
     {
         MarkdownCells cells;

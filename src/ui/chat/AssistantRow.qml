@@ -12,6 +12,8 @@ Item {
 
     signal linkChosen(string link, string html)
 
+    // What stands above the first words is not to lie below the row before.
+    z: hover.hovered ? 1 : 0
     implicitHeight: Math.max(body.height, waiting.visible ? waiting.height : 0)
     Accessible.role: Accessible.ListItem
     Accessible.name: row.accessibleText
@@ -45,7 +47,8 @@ Item {
     }
     Row {
         anchors.right: parent.right
-        y: -4
+        // Beside the first words, or above them where it would keep the pointer from a link.
+        y: hover.hovered && body.hasLinkIn(Qt.rect(body.width - width, 0, width, height)) ? -height : -4
         visible: item.row.hasText
         spacing: 4
 

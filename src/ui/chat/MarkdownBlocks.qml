@@ -14,6 +14,8 @@ Column {
     signal linkChosen(string link, string html)
     signal ticked(int block)
 
+    function hasLinkIn(area: rect): bool { return body.hasLinkIn(area) }
+
     MarkdownColumn {
         id: body
         width: column.width

@@ -68,6 +68,26 @@ QString fileFor(const QString &kind)
     return kind == u"rule" ? u"MarkdownRule"_s : u"MarkdownWords"_s;
 }
 
+/** Looked for at points that lie closer together than a letter is wide and a line is high. */
+bool hasLink(QQuickItem *item, const QRectF &area)
+{
+    const QRectF part = area & item->boundingRect();
+    if (item->metaObject()->indexOfMethod("linkAt(double,double)") >= 0) {
+        QString link;
+        for (qreal y = part.top() + 2; y < part.bottom(); y += 6) {
+            for (qreal x = part.left(); x < part.right() && link.isEmpty(); x += 5) {
+                QMetaObject::invokeMethod(item, "linkAt", Q_RETURN_ARG(QString, link), Q_ARG(double, x),
+                                          Q_ARG(double, y));
+            }
+        }
+        return !link.isEmpty();
+    }
+    const auto children = item->childItems();
+    return std::ranges::any_of(children, [&](auto *child) {
+        return child->isVisible() && hasLink(child, item->mapRectToItem(child, area));
+    });
+}
+
 QQuickItem *textOf(const QQuickItem *block)
 {
     return block ? block->property("textItem").value<QQuickItem *>() : nullptr;
@@ -383,6 +403,13 @@ void MarkdownColumn::layOut()
         m_lastText = text;
         Q_EMIT lastTextChanged();
     }
+}
+
+bool MarkdownColumn::hasLinkIn(const QRectF &area) const
+{
+    return std::ranges::any_of(m_built, [&](const Block &block) {
+        return block.item && hasLink(block.item, mapRectToItem(block.item, area));
+    });
 }
 
 void MarkdownColumn::setLinkHint(const QString &address, QQuickItem *text)

@@ -51,6 +51,8 @@ public:
     [[nodiscard]] int builtCount() const { return static_cast<int>(m_built.size()); }
 
     Q_INVOKABLE void showMore();
+    /** A link's words stand in this part of the text. */
+    Q_INVOKABLE bool hasLinkIn(const QRectF &area) const;
 
 Q_SIGNALS:
     void blocksChanged();
