@@ -98,6 +98,14 @@ private Q_SLOTS:
         // Choosing an issue unfolds what hides it.
         stage.view->select(stage.file(fourthIssue));
         QVERIFY(list.selectedRow() > 0);
+        const auto &items = stage.view->store().items();
+        const auto settled = std::ranges::find_if(
+            items, [](const auto &item) { return IssueStatus::parse(item.doc.status()).isTerminal(); });
+        stage.view->select(settled->path);
+        IssueList later; // chosen before there was a list
+        later.setView(stage.view.get());
+        QVERIFY(later.selectedRow() > 0);
+        stage.view->select(stage.file(fourthIssue));
 
         stage.view->setQuery(u"정산"_s);
         QVERIFY(shown(list).contains(u"BILL-012 선행 2"_s));
@@ -226,6 +234,11 @@ private Q_SLOTS:
         detail.document()->load();
         detail.setStatus(u"done"_s);
         QCOMPARE(stage.problems.size(), 2); // it has no table
+        detail.setStatus(u"done"_s);
+        QCOMPARE(stage.view->toldProblems(), stage.problems.first(2)); // both are to be read, each once
+        stage.view->putAway(stage.problems.first());
+        QCOMPARE(stage.view->toldProblems(), stage.problems.mid(1, 1));
+        stage.problems.removeLast();
 
         // Someone who writes the file first has the open editor save.
         stage.view->select(stage.file(fourthIssue));

@@ -305,7 +305,7 @@ void IssueGraphModel::open(const QString &id)
     if (m_view->selectId(id)) {
         m_view->setSection(IssuesView::Section::List);
     } else if (const auto *target = card(id)) {
-        Q_EMIT m_view->problem(target->node.id + u": 보드에만 있고 파일이 없어 열 수 없습니다"_s);
+        m_view->tell(target->node.id + u": 보드에만 있고 파일이 없어 열 수 없습니다"_s);
     }
 }
 

@@ -83,7 +83,7 @@ Rectangle {
         width: parent.width
         leftMargin: 8
         rightMargin: 8
-        topMargin: 1
+        topMargin: 4 // of a ring
         bottomMargin: 8
         spacing: 8
         clip: true

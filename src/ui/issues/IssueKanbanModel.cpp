@@ -198,7 +198,7 @@ void IssueKanbanModel::choose(const QString &key)
 void IssueKanbanModel::open(const QString &key)
 {
     if (const auto *chosen = card(key); chosen && chosen->path.isEmpty()) {
-        Q_EMIT m_view->problem(chosen->id + u": 보드에만 있고 파일이 없어 열 수 없습니다"_s);
+        m_view->tell(chosen->id + u": 보드에만 있고 파일이 없어 열 수 없습니다"_s);
     } else if (chosen) {
         m_view->select(chosen->path);
         m_view->setSection(IssuesView::Section::List);
@@ -252,7 +252,7 @@ void IssueKanbanModel::move(const QString &key, const QString &word)
 void IssueKanbanModel::refuse(const QString &key)
 {
     if (const auto *refused = card(key)) {
-        Q_EMIT m_view->problem(refused->id + u": 보드에만 있고 파일이 없어 옮길 수 없습니다"_s);
+        m_view->tell(refused->id + u": 보드에만 있고 파일이 없어 옮길 수 없습니다"_s);
     }
 }
 

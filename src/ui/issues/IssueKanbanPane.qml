@@ -96,6 +96,11 @@ FocusScope {
             contentX = Math.max(0, Math.min(contentWidth - width, contentX + pixels))
         }
 
+        // Of the Tab that came here only the end is heard.
+        Keys.onReleased: event => {
+            pane.keyed = true
+            event.accepted = false
+        }
         Keys.onPressed: event => {
             const shifted = (event.modifiers & Qt.ShiftModifier) !== 0
             const plain = (event.modifiers & ~(Qt.ShiftModifier | Qt.KeypadModifier)) === Qt.NoModifier
@@ -149,6 +154,10 @@ FocusScope {
                 }
             }
         }
+    }
+    FocusRing {
+        anchors.fill: area
+        visible: area.activeFocus && pane.keyed && kanban.currentKey.length === 0
     }
     ScrollBar {
         anchors.left: area.left

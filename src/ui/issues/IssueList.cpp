@@ -81,6 +81,7 @@ void IssueList::setView(IssuesView *view)
             Q_EMIT selectedRowChanged();
         });
         regroup();
+        unfoldFor(m_view->selectedPath());
     }
     Q_EMIT viewChanged();
 }

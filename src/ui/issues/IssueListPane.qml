@@ -104,6 +104,10 @@ FocusScope {
         model: issues
         Accessible.role: Accessible.List
         Accessible.name: pane.view.alias + "의 이슈"
+        Component.onCompleted: {
+            if (issues.selectedRow >= 0)
+                currentIndex = issues.selectedRow
+        }
 
         Keys.onPressed: event => {
             event.accepted = true

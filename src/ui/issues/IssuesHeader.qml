@@ -38,6 +38,7 @@ FocusScope {
     }
     VButton {
         id: project
+        focus: true
         anchors.left: square.right
         anchors.leftMargin: 2
         anchors.verticalCenter: parent.verticalCenter

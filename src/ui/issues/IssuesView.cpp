@@ -201,6 +201,21 @@ void IssuesView::startTriage()
                                                                : prefix);
 }
 
+void IssuesView::tell(const QString &text)
+{
+    m_toldProblems.removeAll(text);
+    m_toldProblems.append(text);
+    Q_EMIT toldProblemsChanged();
+    Q_EMIT problem(text);
+}
+
+void IssuesView::putAway(const QString &problem)
+{
+    if (m_toldProblems.removeAll(problem) > 0) {
+        Q_EMIT toldProblemsChanged();
+    }
+}
+
 void IssuesView::noteCreated(const QString &path)
 {
     UsageRecorder::record(FeatureSignal::IssueCreated);
@@ -290,7 +305,7 @@ void IssuesView::setStatus(const QString &path, const QString &word)
 {
     const auto outcome = IssueStatusEdit::setStatus(m_desk, path, IssueStatus::parse(word));
     if (!outcome.problem.isEmpty()) {
-        Q_EMIT problem(outcome.problem);
+        tell(outcome.problem);
     }
     if (outcome.change) {
         noteStatusChange(*outcome.change, word);
@@ -312,7 +327,7 @@ void IssuesView::undoStatus()
     const auto change = *std::exchange(m_lastChange, std::nullopt);
     const auto outcome = IssueStatusEdit::undo(m_desk, change);
     if (!outcome.problem.isEmpty()) {
-        Q_EMIT problem(outcome.problem);
+        tell(outcome.problem);
     } else {
         const auto *item = m_store.itemAtPath(change.path);
         Q_EMIT statusUndone(item ? item->doc.id : QString());

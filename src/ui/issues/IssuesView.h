@@ -52,6 +52,7 @@ class IssuesView : public QObject
     Q_PROPERTY(double graphHeight READ graphHeight WRITE setGraphHeight NOTIFY graphHeightChanged)
     Q_PROPERTY(QStringList statusWords READ statusWords NOTIFY contentChanged)
     Q_PROPERTY(QStringList problems READ problems NOTIFY contentChanged)
+    Q_PROPERTY(QStringList toldProblems READ toldProblems NOTIFY toldProblemsChanged)
 
 public:
     enum class FolderState { Unset, Missing, Ready };
@@ -119,7 +120,10 @@ public:
     /** Tells the person what was done. */
     void report(const QString &text) { Q_EMIT told(text); }
     /** Tells the person what could not be done. */
-    void tell(const QString &text) { Q_EMIT problem(text); }
+    void tell(const QString &text);
+    /** What was told of so and not put away yet, each once, the newest last. */
+    [[nodiscard]] QStringList toldProblems() const { return m_toldProblems; }
+    Q_INVOKABLE void putAway(const QString &problem);
 
     Q_INVOKABLE void reload();
     Q_INVOKABLE void select(const QString &path);
@@ -148,6 +152,7 @@ Q_SIGNALS:
     void holdsEditsChanged();
     void told(const QString &text);
     void problem(const QString &text);
+    void toldProblemsChanged();
     /** For the notice with its undo. */
     void statusChanged(const QString &id, const QString &word);
     void statusUndone(const QString &id);
@@ -163,6 +168,7 @@ private:
     QString m_selectedPath;
     QString m_query;
     QString m_madeKey;
+    QStringList m_toldProblems;
     bool m_selectionHeld = false;
     std::optional<IssueStatusEdit::Change> m_lastChange;
 };

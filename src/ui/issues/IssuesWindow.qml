@@ -70,6 +70,12 @@ Window {
             anchors.bottom: parent.bottom
             anchors.margins: 16
             view: window.view
+            onKeysFreed: {
+                if (sections.visible)
+                    sections.forceActiveFocus(Qt.TabFocusReason)
+                else
+                    window.takeKeys()
+            }
         }
         IssueSheets {
             id: sheets
