@@ -25,7 +25,7 @@ T.Button {
         }
         Label {
             anchors.verticalCenter: parent.verticalCenter
-            width: place.width - 36 - cap.width - 12
+            width: place.width - Theme.px(16) - 40 - cap.width
             text: place.text
             color: Theme.text2
             elide: Text.ElideRight

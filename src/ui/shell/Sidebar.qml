@@ -131,6 +131,13 @@ FocusScope {
         }
     }
 
+    Hairline {
+        anchors.bottom: places.top
+        anchors.bottomMargin: 4
+        width: parent.width
+        visible: places.visible
+    }
+
     Item {
         id: foot
         anchors.bottom: parent.bottom
