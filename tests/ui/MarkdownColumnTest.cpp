@@ -112,7 +112,8 @@ private Q_SLOTS:
 
     void tellsWhereLinksStand()
     {
-        m_blocks.setText(u"하나 "_s.repeated(8) + u"[둘](a.md)\n\n- 셋\n\n|넷|\n|-|\n|[다섯](b.md)|"_s, false);
+        m_blocks.setText(u"하나 "_s.repeated(8) + u"[둘](a.md)\n\n- 셋\n\n|넷|\n|-|\n|[다섯](b.md)|"_s,
+                         false);
         QTRY_VERIFY(m_column->hasLinkIn({0, m_column->height() - 30, 100, 30}));
         QVERIFY(m_column->hasLinkIn({0, 0, 600, 20}));
         QVERIFY(!m_column->hasLinkIn({0, 0, 100, 20}));
