@@ -17,6 +17,7 @@ namespace
 {
 
 constexpr qsizetype maxLinkBytes = 64 * 1024;
+constexpr qint64 longestHeldSeconds = 60;
 
 std::optional<mode_t> modeOf(const QByteArray &path)
 {
@@ -37,8 +38,8 @@ bool isBareRepository(const QByteArray &folder)
     return modeOf(folder + "/HEAD") && leadsToFolder(folder + "/objects") && leadsToFolder(folder + "/refs");
 }
 
-/** Where the `.git` file of a linked work tree points to, when nothing is there. */
-std::optional<QByteArray> lostRepository(const QByteArray &folder)
+/** Where the `.git` file of a linked work tree points to. */
+std::optional<QByteArray> linkedRepository(const QByteArray &folder)
 {
     const QByteArray link = folder + "/.git";
     const auto mode = modeOf(link);
@@ -51,7 +52,7 @@ std::optional<QByteArray> lostRepository(const QByteArray &folder)
     QByteArray target = withoutLineEnd(text->sliced(mark.size()));
     if (!target.startsWith('/'))
         target = folder + '/' + target;
-    return leadsToFolder(target) ? std::nullopt : std::optional(target);
+    return target;
 }
 
 } // namespace
@@ -63,11 +64,12 @@ Error repositoryFault(const QString &folder, const QString &words)
     QByteArray at(real.get());
     while (!at.isEmpty()) {
         if (modeOf(at + "/.git")) {
-            const auto lost = lostRepository(at);
+            const auto linked = linkedRepository(at);
             return {ErrorKind::Unreadable,
-                    lost ? QStringLiteral("이 작업 트리의 원래 저장소가 없습니다: ")
-                            + GitPath::shown(GitPath::decode(*lost))
-                         : words};
+                    linked && !leadsToFolder(*linked)
+                        ? QStringLiteral("이 작업 트리의 원래 저장소가 없습니다: ")
+                            + GitPath::shown(GitPath::decode(*linked))
+                        : words};
         }
         if (isBareRepository(at))
             return {ErrorKind::Unreadable,
@@ -75,6 +77,17 @@ Error repositoryFault(const QString &folder, const QString &words)
         at.truncate(at.lastIndexOf('/'));
     }
     return {ErrorKind::NotFound, words};
+}
+
+QString leftBehindLock(const QString &root, qint64 now)
+{
+    const QByteArray folder = GitPath::encode(root);
+    const QByteArray lock = linkedRepository(folder).value_or(folder + "/.git") + "/index.lock";
+    struct stat info {
+    };
+    if (::stat(lock.constData(), &info) != 0 || now - info.st_mtim.tv_sec < longestHeldSeconds)
+        return {};
+    return GitPath::shown(GitPath::decode(lock));
 }
 
 } // namespace Vesk

@@ -1,4 +1,4 @@
-// Why git finds no work tree in a folder.
+// Why git finds no work tree in a folder, or will not write to the one that it finds.
 #pragma once
 
 #include "base/Result.h"
@@ -13,5 +13,11 @@ namespace Vesk
  * of a repository; else Unreadable, with a sentence for people or with git's own `words`.
  */
 [[nodiscard]] Error repositoryFault(const QString &folder, const QString &words);
+
+/**
+ * For people, the path of the lock of the index in the work tree at `root` when it has been there for longer
+ * than a git at work holds it; else empty. `now` in seconds since the epoch.
+ */
+[[nodiscard]] QString leftBehindLock(const QString &root, qint64 now);
 
 } // namespace Vesk

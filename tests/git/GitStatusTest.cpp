@@ -1,6 +1,7 @@
 #include "git/GitPath.h"
 #include "git/GitStatusReader.h"
 #include "git/GitWorkingTree.h"
+#include "git/RepositoryFault.h"
 #include "Repository.h"
 #include "support/TestRegistry.h"
 
@@ -374,6 +375,13 @@ private Q_SLOTS:
         status = readOrFail(repository);
         QCOMPARE(status.changes.size(), 1);
         QVERIFY(QFile::exists(repository.path(u".git/index.lock"_s)));
+        const qint64 now = QDateTime::currentSecsSinceEpoch();
+        QCOMPARE(leftBehindLock(status.root, now), QString()); // a git may be at work
+        QVERIFY(leftBehindLock(status.root, now + 100).endsWith(u"/.git/index.lock"_s));
+        const Repository linked;
+        QVERIFY(QDir(linked.path(u".git"_s)).removeRecursively());
+        linked.write(u".git"_s, "gitdir: " + repository.path(u".git"_s).toUtf8() + '\n');
+        QVERIFY(!leftBehindLock(linked.path(), now + 100).isEmpty());
 
         const QString object = repository.path(u".git/objects/"_s + hash.left(2) + u'/' + hash.mid(2));
         QFile::setPermissions(object, QFile::ReadOwner | QFile::WriteOwner);

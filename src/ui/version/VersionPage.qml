@@ -105,6 +105,10 @@ FocusScope {
                 width: parent.width
                 view: page.view
             }
+            LockBanner {
+                width: parent.width
+                view: page.view
+            }
             Banner {
                 width: parent.width
                 visible: page.view.headBanner.length > 0

@@ -2,6 +2,7 @@
 
 #include "app/Runtime.h"
 #include "base/FreedMemory.h"
+#include "git/RepositoryFault.h"
 #include "ui/controls/ProjectPalette.h"
 
 #include <QClipboard>
@@ -54,11 +55,14 @@ VersionLook readVersion(const GitSetting &setting, const QString &folder, int wi
     look.status = GitStatusReader::read(setting, folder, window);
     if (!look.status)
         return look;
+    QString lock = leftBehindLock(look.status->root, QDateTime::currentSecsSinceEpoch());
     if (before.status && *before.status == *look.status) {
         look = before;
         look.isNew = false;
+        look.leftLock = std::move(lock);
         return look;
     }
+    look.leftLock = std::move(lock);
     look.branch = commitRows(look.status->rows, *look.status);
     look.all = commitRows(look.status->graphRows, *look.status);
     return look;
@@ -185,6 +189,7 @@ void VersionView::take(const VersionLook &look)
         showRows();
         letGo(std::move(old));
     } else {
+        m_look.leftLock = look.leftLock;
         letGo(look);
     }
     if (!isReady()) {

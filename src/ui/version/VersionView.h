@@ -31,6 +31,7 @@ struct VersionLook {
     Result<GitStatusReader::RepoStatus> status = failure(ErrorKind::Unavailable, {});
     CommitRows branch {}; ///< of HEAD alone
     CommitRows all {};    ///< of every branch and tag
+    QString leftLock {};  ///< path of a lock that somebody has left behind
 };
 
 /** What is equal to the look `before` is that one, not a copy. */
@@ -71,6 +72,8 @@ class VersionView : public QObject
     Q_PROPERTY(QString addedText READ addedText NOTIFY statusChanged)
     Q_PROPERTY(QString removedText READ removedText NOTIFY statusChanged)
     Q_PROPERTY(QString headBanner READ headBanner NOTIFY statusChanged)
+    /** The path of a lock that keeps every git from writing here; empty when there is none. */
+    Q_PROPERTY(QString leftLock READ leftLock NOTIFY statusChanged)
     Q_PROPERTY(bool truncated READ truncated NOTIFY statusChanged)
     Q_PROPERTY(QString countText READ countText NOTIFY statusChanged)
     Q_PROPERTY(bool allBranches READ allBranches WRITE setAllBranches NOTIFY scopeChanged)
@@ -109,6 +112,7 @@ public:
     [[nodiscard]] QString addedText() const;
     [[nodiscard]] QString removedText() const;
     [[nodiscard]] QString headBanner() const;
+    [[nodiscard]] QString leftLock() const { return m_look.leftLock; }
     /** There are more commits than are shown. */
     [[nodiscard]] bool truncated() const;
     [[nodiscard]] QString countText() const;
