@@ -28,6 +28,16 @@ FocusScope {
         }
     }
 
+    function openMenu(row: ChangeRow, x: real, y: real): void {
+        menu.setSource("PathMenu.qml", { parent: row, x: x, y: y })
+    }
+    function openMenuByKey(): void {
+        list.positionViewAtIndex(currentRow, ListView.Contain)
+        const row = list.itemAtIndex(currentRow) as ChangeRow
+        if (row)
+            openMenu(row, 24, row.height)
+    }
+
     readonly property int currentRow: files.count > 0 ? files.rowOf(current) : -1
 
     // Chosen elsewhere; a reading that leaves the choice moves nothing.
@@ -72,6 +82,8 @@ FocusScope {
                 pane.backTriggered()
             else if (event.matches(StandardKey.Copy) && pane.currentRow >= 0)
                 pane.copyAsked(pane.current)
+            else if (event.key === Qt.Key_Menu || event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier)
+                pane.openMenuByKey()
             else
                 event.accepted = false
         }
@@ -87,7 +99,7 @@ FocusScope {
                 list.forceActiveFocus()
                 pane.picked(path)
             }
-            onMenuRequested: (x, y) => menu.setSource("PathMenu.qml", { parent: line, x: x, y: y })
+            onMenuRequested: (x, y) => pane.openMenu(line, x, y)
         }
     }
     Loader {

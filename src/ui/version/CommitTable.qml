@@ -47,6 +47,16 @@ FocusScope {
         picked()
     }
 
+    function openMenu(row: CommitRow, x: real, y: real): void {
+        menu.setSource("CommitMenu.qml", { parent: row, x: x, y: y })
+    }
+    function openMenuByKey(): void {
+        list.positionViewAtIndex(currentRow, ListView.Contain)
+        const row = list.itemAtIndex(currentRow) as CommitRow
+        if (row && !row.isWorkTree)
+            openMenu(row, columns.subjectX, row.height)
+    }
+
     CommitTableHead {
         id: head
         width: parent.width
@@ -88,6 +98,8 @@ FocusScope {
                 table.opened()
             else if (event.matches(StandardKey.Copy) && table.view.selected.length > 0)
                 table.view.copy(table.view.selected)
+            else if (event.key === Qt.Key_Menu || event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier)
+                table.openMenuByKey()
             else
                 event.accepted = false
         }
@@ -105,7 +117,7 @@ FocusScope {
                 table.view.select(hash)
                 table.picked()
             }
-            onMenuRequested: (x, y) => menu.setSource("CommitMenu.qml", { parent: line, x: x, y: y })
+            onMenuRequested: (x, y) => table.openMenu(line, x, y)
         }
     }
     // Beside the list: within it the list would give its keys to the button that had them last.
