@@ -16,7 +16,8 @@ Dialog {
             close()
     }
 
-    readonly property real room: (T.Overlay.overlay ? T.Overlay.overlay.height : 600) - Theme.px(130)
+    readonly property real room: (T.Overlay.overlay ? T.Overlay.overlay.height : 600) - 2 * margins - topPadding
+        - bottomPadding - header.implicitHeight - footer.implicitHeight
 
     title: "새 이슈"
     implicitWidth: 560
