@@ -28,14 +28,9 @@ FocusScope {
         }
     }
 
-    function openMenu(row: ChangeRow, x: real, y: real): void {
-        menu.setSource("PathMenu.qml", { parent: row, x: x, y: y })
-    }
-    function openMenuByKey(): void {
-        list.positionViewAtIndex(currentRow, ListView.Contain)
-        const row = list.itemAtIndex(currentRow) as ChangeRow
-        if (row)
-            openMenu(row, 24, row.height)
+    function openMenu(): void {
+        list.positionViewAtIndex(currentRow, ListView.Contain);
+        (list.itemAtIndex(currentRow) as ChangeRow)?.openMenu()
     }
 
     readonly property int currentRow: files.count > 0 ? files.rowOf(current) : -1
@@ -83,7 +78,7 @@ FocusScope {
             else if (event.matches(StandardKey.Copy) && pane.currentRow >= 0)
                 pane.copyAsked(pane.current)
             else if (event.key === Qt.Key_Menu || event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier)
-                pane.openMenuByKey()
+                pane.openMenu()
             else
                 event.accepted = false
         }
@@ -99,7 +94,7 @@ FocusScope {
                 list.forceActiveFocus()
                 pane.picked(path)
             }
-            onMenuRequested: (x, y) => pane.openMenu(line, x, y)
+            onMenuRequested: (x, y) => menu.setSource("PathMenu.qml", { parent: line, x: x, y: y })
         }
     }
     Loader {

@@ -21,6 +21,9 @@ Item {
     signal picked()
     signal menuRequested(real x, real y)
 
+    // By keyboard.
+    function openMenu(): void { menuRequested(24, height) }
+
     width: ListView.view.width
     Accessible.role: Accessible.ListItem
     Accessible.name: name + ", " + kindLabel + (folder.length > 0 ? ", " + folder : "")

@@ -28,6 +28,12 @@ Item {
     signal picked()
     signal menuRequested(real x, real y)
 
+    // By keyboard.
+    function openMenu(): void {
+        if (!isWorkTree)
+            menuRequested(columns.subjectX, height)
+    }
+
     width: ListView.view.width
     Accessible.role: Accessible.Row
     Accessible.name: {

@@ -47,14 +47,9 @@ FocusScope {
         picked()
     }
 
-    function openMenu(row: CommitRow, x: real, y: real): void {
-        menu.setSource("CommitMenu.qml", { parent: row, x: x, y: y })
-    }
-    function openMenuByKey(): void {
-        list.positionViewAtIndex(currentRow, ListView.Contain)
-        const row = list.itemAtIndex(currentRow) as CommitRow
-        if (row && !row.isWorkTree)
-            openMenu(row, columns.subjectX, row.height)
+    function openMenu(): void {
+        list.positionViewAtIndex(currentRow, ListView.Contain);
+        (list.itemAtIndex(currentRow) as CommitRow)?.openMenu()
     }
 
     CommitTableHead {
@@ -99,7 +94,7 @@ FocusScope {
             else if (event.matches(StandardKey.Copy) && table.view.selected.length > 0)
                 table.view.copy(table.view.selected)
             else if (event.key === Qt.Key_Menu || event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier)
-                table.openMenuByKey()
+                table.openMenu()
             else
                 event.accepted = false
         }
@@ -117,7 +112,7 @@ FocusScope {
                 table.view.select(hash)
                 table.picked()
             }
-            onMenuRequested: (x, y) => table.openMenu(line, x, y)
+            onMenuRequested: (x, y) => menu.setSource("CommitMenu.qml", { parent: line, x: x, y: y })
         }
     }
     // Beside the list: within it the list would give its keys to the button that had them last.
