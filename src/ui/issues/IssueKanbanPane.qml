@@ -157,7 +157,7 @@ FocusScope {
     }
     FocusRing {
         anchors.fill: area
-        visible: area.activeFocus && pane.keyed && kanban.currentKey.length === 0
+        visible: area.activeFocus && pane.keyed && kanban.currentColumn < 0
     }
     ScrollBar {
         anchors.left: area.left
