@@ -75,6 +75,14 @@ private Q_SLOTS:
         QCOMPARE(view.selected(), view.commits()->hashAt(view.commits()->count() - 1));
         stage.press(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QGuiApplication::clipboard()->text(), view.selected());
+        const auto copyByMenu = [&stage](int key, Qt::KeyboardModifiers modifiers, const QString &row) {
+            stage.press(key, modifiers);
+            stage.click(row);
+            QTRY_VERIFY(!stage.withText(row)); // it fades
+        };
+        stage.press(Qt::Key_Up);
+        copyByMenu(Qt::Key_Menu, Qt::NoModifier, u"제목 복사"_s);
+        QTRY_COMPARE(QGuiApplication::clipboard()->text(), view.detail()->title());
         stage.press(Qt::Key_Home);
         stage.press(Qt::Key_Down);
         stage.settle();
@@ -82,6 +90,10 @@ private Q_SLOTS:
         const QString first = view.detail()->path();
         stage.press(Qt::Key_Down);
         QVERIFY(view.detail()->path() != first);
+        for (int time = 0; time < 3; ++time) {
+            copyByMenu(Qt::Key_F10, Qt::ShiftModifier, u"이름 복사"_s);
+            QCOMPARE(QGuiApplication::clipboard()->text(), view.detail()->path().section(u'/', -1));
+        }
         stage.press(Qt::Key_Escape); // back to the commits
 
         stage.press(Qt::Key_F, Qt::ControlModifier);
