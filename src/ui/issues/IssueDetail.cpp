@@ -10,6 +10,7 @@
 #include "issues/IssueFolder.h"
 #include "ui/controls/DesktopOpener.h"
 #include "ui/controls/ProjectPalette.h"
+#include "ui/controls/SystemBell.h"
 #include "ui/issues/IssueText.h"
 
 #include <QClipboard>
@@ -390,6 +391,7 @@ void IssueDetail::setStatus(const QString &word)
     if (!text) {
         m_view->tell(
             u"이 파일엔 `| 항목 | 값 |` 표가 없어 상태를 바꿀 수 없습니다 — 편집에서 표를 추가하세요."_s);
+        SystemBell::ring();
         return;
     }
     if (*text == m_document->text()) {
