@@ -10,9 +10,11 @@ namespace Vesk
 void SystemBell::ring()
 {
     constexpr int8_t usualVolume = 0;
-    if (const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()) {
-        xcb_bell(x11->connection(), usualVolume);
-        xcb_flush(x11->connection());
+    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    // A platform without windows has the interface, but no server.
+    if (auto *connection = x11 ? x11->connection() : nullptr) {
+        xcb_bell(connection, usualVolume);
+        xcb_flush(connection);
     }
 }
 
