@@ -121,6 +121,14 @@ QByteArray encodeProjectCatalog(const QList<ProjectCatalogEntry> &entries)
     return QJsonDocument(array).toJson(QJsonDocument::Indented);
 }
 
+QStringList projectAliases(const QList<ProjectCatalogEntry> &entries)
+{
+    QStringList aliases;
+    for (const auto &entry : entries)
+        aliases.append(entry.alias);
+    return aliases;
+}
+
 ProjectCatalog::ProjectCatalog(QString storeURL)
     : m_storeURL(std::move(storeURL))
 {

@@ -27,6 +27,9 @@ struct ProjectCatalogEntry {
 /** Pretty-printed, keys sorted, an absent colour left out. */
 [[nodiscard]] QByteArray encodeProjectCatalog(const QList<ProjectCatalogEntry> &entries);
 
+/** The names of the projects, in their order. */
+[[nodiscard]] QStringList projectAliases(const QList<ProjectCatalogEntry> &entries);
+
 /** The catalog in memory and its file, which is rewritten whole at each change. Main thread only. */
 class ProjectCatalog
 {

@@ -133,7 +133,8 @@ VersionStage::VersionStage(const QString &folder)
     m_shell.runtime().upsertCatalogEntry(
         {.alias = u"billing"_s, .path = folder, .extraEnv = {}, .colorHex = {}});
     m_window = createVersionWindow(m_engine, m_shell.runtime(), u"billing"_s,
-                                   [this](const QString &key) { m_shownSession = key; });
+                                   {.showSession = [this](const QString &key) { m_shownSession = key; },
+                                    .showProject = [this](const QString &alias) { m_shownProject = alias; }});
     if (!m_window)
         qFatal("the version window could not be made");
     m_window->resize(1440, 900);

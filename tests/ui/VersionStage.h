@@ -47,6 +47,8 @@ public:
     [[nodiscard]] const QStringList &warnings() const { return m_warnings; }
     /** The session that the window asked to be shown. */
     [[nodiscard]] const QString &shownSession() const { return m_shownSession; }
+    /** The project that was chosen in the window's head. */
+    [[nodiscard]] const QString &shownProject() const { return m_shownProject; }
 
     /** Until what is chosen has been read. */
     void settle() const;
@@ -61,6 +63,7 @@ private:
     std::unique_ptr<QQuickWindow> m_window;
     QStringList m_warnings;
     QString m_shownSession;
+    QString m_shownProject;
 };
 
 } // namespace Vesk::Test

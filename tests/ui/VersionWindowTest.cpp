@@ -393,6 +393,11 @@ private Q_SLOTS:
         QTRY_VERIFY(!stage.withText(u"보내기"_s)); // the sheet is gone
         stage.click(u"세션으로 가기"_s);
         QCOMPARE(stage.shownSession(), asked->id().toString(QUuid::WithoutBraces));
+        stage.shell().addProject(u"storefront"_s, 4);
+        stage.click(u"billing"_s);
+        QTRY_VERIFY(stage.withText(u"storefront"_s));
+        stage.click(u"storefront"_s);
+        QCOMPARE(stage.shownProject(), u"storefront"_s);
         QVERIFY(stage.warnings().isEmpty());
     }
 

@@ -36,38 +36,17 @@ FocusScope {
         anchors.verticalCenter: parent.verticalCenter
         color: header.view.lane >= 0 ? Theme.lane(header.view.lane) : header.view.color
     }
-    VButton {
+    ProjectChoice {
         id: project
         focus: true
         anchors.left: square.right
         anchors.leftMargin: 2
         anchors.verticalCenter: parent.verticalCenter
         width: Math.min(implicitWidth, Math.max(80, header.width / 5))
-        kind: VButton.Quiet
-        leftPadding: 6
-        rightPadding: 10 + Theme.px(12)
-        text: header.view.alias
-        font: Theme.uiBold
-        ink: Theme.text
+        alias: header.view.alias
+        projects: header.view.projects
         tip: "다른 프로젝트의 이슈"
-        Accessible.role: Accessible.ButtonMenu
-        Accessible.name: "프로젝트 " + text
-        onClicked: projectMenu.setSource(Qt.resolvedUrl("IssueProjectMenu.qml"),
-                                         { parent: project, view: header.view, visible: true })
-
-        Icon {
-            anchors.right: parent.right
-            anchors.rightMargin: 6
-            anchors.verticalCenter: parent.verticalCenter
-            name: "chevron-down"
-            size: 12
-            color: Theme.text3
-        }
-        Loader { id: projectMenu }
-        Connections {
-            target: projectMenu.item as IssueProjectMenu
-            function onClosed(): void { projectMenu.source = "" }
-        }
+        onChosen: alias => header.view.openProject(alias)
     }
     Label {
         id: word

@@ -116,11 +116,7 @@ QColor IssuesView::color() const
 
 QStringList IssuesView::projects() const
 {
-    QStringList aliases;
-    for (const auto &entry : m_runtime.catalogEntries()) {
-        aliases.append(entry.alias);
-    }
-    return aliases;
+    return projectAliases(m_runtime.catalogEntries());
 }
 
 QStringList IssuesView::statusWords() const

@@ -118,10 +118,14 @@ void followVersionWindows(WindowObjects &objects, QQmlEngine &engine, Runtime &r
         objects.workspace.select(key);
         runtime.openMainWindow();
     };
-    objects.windows.setFactory(ProjectWindows::Kind::Version,
-                               [&engine, &runtime, showSession](const QString &alias) {
-                                   return createVersionWindow(engine, runtime, alias, showSession);
-                               });
+    const auto showProject = [&objects](const QString &alias) {
+        objects.windows.open(ProjectWindows::Kind::Version, alias);
+    };
+    objects.windows.setFactory(
+        ProjectWindows::Kind::Version, [&engine, &runtime, showSession, showProject](const QString &alias) {
+            return createVersionWindow(engine, runtime, alias,
+                                       {.showSession = showSession, .showProject = showProject});
+        });
 }
 
 } // namespace

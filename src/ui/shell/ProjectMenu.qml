@@ -21,6 +21,16 @@ Menu {
         onTriggered: menu.panel.resumeRequested(menu.alias)
     }
     MenuRow {
+        text: "이슈"
+        iconName: "issues"
+        onTriggered: menu.panel.windowRequested(ProjectWindows.Issues, menu.alias)
+    }
+    MenuRow {
+        text: "형상관리"
+        iconName: "version"
+        onTriggered: menu.panel.windowRequested(ProjectWindows.Version, menu.alias)
+    }
+    MenuRow {
         text: "폴더 열기"
         iconName: "folder"
         onTriggered: Desktop.showFolder(menu.panel.projects.folder(menu.alias))

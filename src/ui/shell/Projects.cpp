@@ -33,11 +33,7 @@ QString Projects::catalogPath() const
 
 QStringList Projects::aliases() const
 {
-    QStringList aliases;
-    for (const ProjectCatalogEntry &entry : m_runtime.catalogEntries()) {
-        aliases.append(entry.alias);
-    }
-    return aliases;
+    return projectAliases(m_runtime.catalogEntries());
 }
 
 int Projects::nextLane() const

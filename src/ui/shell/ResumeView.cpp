@@ -31,10 +31,7 @@ ResumeView::ResumeView(Runtime &runtime, ResumeRowsModel::Clock clock, QObject *
 
 QStringList ResumeView::aliases() const
 {
-    QStringList names;
-    for (const ProjectCatalogEntry &entry : m_runtime.catalogEntries()) {
-        names.append(entry.alias);
-    }
+    QStringList names = projectAliases(m_runtime.catalogEntries());
     names.removeDuplicates();
     return names;
 }

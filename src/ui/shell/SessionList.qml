@@ -12,6 +12,7 @@ FocusScope {
     required property Projects projects
 
     signal resumeRequested(string alias)
+    signal windowRequested(int kind, string alias)
     signal removeProjectRequested(string alias)
     signal renameRequested(string key, string title)
 

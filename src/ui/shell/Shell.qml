@@ -39,9 +39,9 @@ FocusScope {
         resumePanel.open()
     }
 
-    // Of the current session's project, else of the first.
-    function openWindow(kind: int): void {
-        windows.open(kind, workspace.currentChat?.alias ?? projects.firstAlias())
+    // Without a project: that of the current session, else the first.
+    function openWindow(kind: int, alias: string): void {
+        windows.open(kind, alias.length > 0 ? alias : workspace.currentChat?.alias ?? projects.firstAlias())
     }
 
     // F6 goes through these.
@@ -100,7 +100,7 @@ FocusScope {
         onAddFolderRequested: shell.addFolder("")
         onResumeRequested: alias => shell.openResume(alias)
         onSettingsRequested: shell.openSettings()
-        onWindowRequested: kind => shell.openWindow(kind)
+        onWindowRequested: (kind, alias) => shell.openWindow(kind, alias)
         onRemoveProjectRequested: alias => sheets.open("RemoveProjectSheet", { projects: shell.projects, alias: alias })
         onRenameRequested: (key, title) => sheets.open("RenameSheet", { workspace: shell.workspace, key: key, oldTitle: title })
     }
@@ -190,7 +190,7 @@ FocusScope {
         onAddProjectTriggered: shell.addFolder("")
         onResumeTriggered: resumePanel.item?.activeFocus ? resumePanel.close() : shell.openResume("")
         onSettingsTriggered: shell.openSettings()
-        onWindowTriggered: kind => shell.openWindow(kind)
+        onWindowTriggered: kind => shell.openWindow(kind, "")
         onToggleSidebarTriggered: shell.sidebarShown = !shell.sidebarShown
         onRegionTriggered: step => shell.moveRegion(step)
     }

@@ -12,7 +12,7 @@ FocusScope {
     signal addFolderRequested()
     signal resumeRequested(string alias)
     signal settingsRequested()
-    signal windowRequested(int kind)
+    signal windowRequested(int kind, string alias)
     signal removeProjectRequested(string alias)
     signal renameRequested(string key, string title)
 
@@ -92,6 +92,7 @@ FocusScope {
         workspace: sidebar.workspace
         projects: sidebar.projects
         onResumeRequested: alias => sidebar.resumeRequested(alias)
+        onWindowRequested: (kind, alias) => sidebar.windowRequested(kind, alias)
         onRemoveProjectRequested: alias => sidebar.removeProjectRequested(alias)
         onRenameRequested: (key, title) => sidebar.renameRequested(key, title)
     }
@@ -120,14 +121,14 @@ FocusScope {
             iconName: "issues"
             text: "이슈"
             keys: "Ctrl I"
-            onClicked: sidebar.windowRequested(ProjectWindows.Issues)
+            onClicked: sidebar.windowRequested(ProjectWindows.Issues, "")
         }
         PlaceRow {
             width: parent.width
             iconName: "version"
             text: "형상관리"
             keys: "Ctrl G"
-            onClicked: sidebar.windowRequested(ProjectWindows.Version)
+            onClicked: sidebar.windowRequested(ProjectWindows.Version, "")
         }
     }
 

@@ -26,13 +26,16 @@ FocusScope {
         ProjectSquare {
             color: header.view.lane >= 0 ? Theme.lane(header.view.lane) : header.view.color
         }
-        Label {
-            Layout.maximumWidth: 360
-            Layout.leftMargin: -4
-            text: header.view.alias
-            font: Theme.section
+        ProjectChoice {
+            Layout.maximumWidth: Math.max(80, header.width / 4)
+            Layout.leftMargin: -10
+            alias: header.view.alias
+            projects: header.view.projects
+            tip: "다른 프로젝트의 형상관리"
+            onChosen: alias => header.view.openProject(alias)
         }
         Label {
+            Layout.leftMargin: -10
             text: "형상관리"
             color: Theme.text2
         }

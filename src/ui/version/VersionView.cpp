@@ -99,6 +99,11 @@ VersionView::VersionView(Runtime &runtime, QString alias, QObject *parent)
 
 VersionView::~VersionView() = default;
 
+QStringList VersionView::projects() const
+{
+    return projectAliases(m_runtime.catalogEntries());
+}
+
 int VersionView::lane() const
 {
     return ProjectPalette::colorOf(m_runtime.catalogEntries(), m_alias).lane;
@@ -431,10 +436,16 @@ void VersionView::stepTextSize(int step)
     preferences.setTextSize(std::clamp(wanted, Preferences::minimumTextSize, Preferences::maximumTextSize));
 }
 
+void VersionView::openProject(const QString &alias) const
+{
+    if (exits.showProject)
+        exits.showProject(alias);
+}
+
 void VersionView::goToSession(const QString &key) const
 {
-    if (showSession)
-        showSession(key);
+    if (exits.showSession)
+        exits.showSession(key);
 }
 
 } // namespace Vesk

@@ -6,6 +6,7 @@
 #include "sessions/ChatMessage.h"
 #include "ui/version/CommitDetail.h"
 #include "ui/version/CommitsModel.h"
+#include "ui/version/VersionExits.h"
 #include "ui/version/VersionFetch.h"
 #include "ui/version/VersionMeasures.h"
 #include "ui/version/VersionRequests.h"
@@ -15,7 +16,6 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-#include <functional>
 #include <optional>
 
 namespace Vesk
@@ -49,6 +49,7 @@ class VersionView : public QObject
     QML_ELEMENT
     QML_UNCREATABLE("made with the version window")
     Q_PROPERTY(QString alias READ alias CONSTANT)
+    Q_PROPERTY(QStringList projects READ projects NOTIFY projectChanged)
     /** Of the project's colour; -1 for one of the user's own, which is `color`. */
     Q_PROPERTY(int lane READ lane NOTIFY projectChanged)
     Q_PROPERTY(QColor color READ color NOTIFY projectChanged)
@@ -93,6 +94,8 @@ public:
     ~VersionView() override;
 
     [[nodiscard]] const QString &alias() const { return m_alias; }
+    /** The aliases of all projects. */
+    [[nodiscard]] QStringList projects() const;
     [[nodiscard]] int lane() const;
     [[nodiscard]] QColor color() const;
     [[nodiscard]] State state() const { return m_state; }
@@ -141,9 +144,10 @@ public:
     /** In steps of ten per cent; 0 sets it back. */
     Q_INVOKABLE void stepTextSize(int step);
 
-    /** The window's session was asked to be shown; set by its maker. */
-    std::function<void(const QString &sessionKey)> showSession;
+    /** Set by the window's maker. */
+    VersionExits exits;
     Q_INVOKABLE void goToSession(const QString &key) const;
+    Q_INVOKABLE void openProject(const QString &alias) const;
 
 Q_SIGNALS:
     void projectChanged();

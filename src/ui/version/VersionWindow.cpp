@@ -21,10 +21,10 @@ Q_LOGGING_CATEGORY(lcVersion, "vesk.version")
 } // namespace
 
 std::unique_ptr<QQuickWindow> createVersionWindow(QQmlEngine &engine, Runtime &runtime, const QString &alias,
-                                                  std::function<void(const QString &)> showSession)
+                                                  VersionExits exits)
 {
     auto view = std::make_unique<VersionView>(runtime, alias);
-    view->showSession = std::move(showSession);
+    view->exits = std::move(exits);
     QQmlComponent component(&engine, QUrl(u"qrc:/qt/qml/Vesk/Version/VersionWindow.qml"_s));
     // Qt 6.4 crashes when it is given properties for a component that could not be compiled.
     std::unique_ptr<QObject> object(component.isReady() ? component.createWithInitialProperties(

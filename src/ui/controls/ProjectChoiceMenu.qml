@@ -2,26 +2,28 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Vesk.Controls
-import Vesk.Issues
 
-// The projects, whose issues open in a window of their own.
+// Every project, the shown one with a tick.
 Menu {
     id: menu
 
-    required property IssuesView view
+    required property list<string> projects
+    required property string alias
+
+    signal chosen(string alias)
 
     y: parent ? parent.height + 4 : 0
 
     Instantiator {
-        model: menu.view.projects
+        model: menu.projects
 
         MenuRow {
             required property string modelData
 
             text: modelData
             checkable: true
-            checked: modelData === menu.view.alias
-            onTriggered: menu.view.openProject(modelData)
+            checked: modelData === menu.alias
+            onTriggered: menu.chosen(modelData)
         }
         onObjectAdded: (index, object) => menu.insertItem(index, object)
         onObjectRemoved: (index, object) => menu.removeItem(object)
