@@ -4,15 +4,18 @@
 #include <QRandomGenerator>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <climits>
 #include <cstdlib>
 #include <optional>
+#include <thread>
 #include <utility>
 
 namespace Vesk
@@ -188,6 +191,20 @@ private:
     Descriptor m_file {-1};
 };
 
+/**
+ * Opens the file that is to be replaced, and waits a little until no other who asks for a last look is
+ * between look and rename. Who replaces it first takes its name away, and the next one sees that. -1 without
+ * a file.
+ */
+int takeTurn(const QByteArray &target)
+{
+    constexpr int attempts = 50;
+    const int file = ::open(target.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    for (int attempt = 0; file >= 0 && attempt < attempts && ::flock(file, LOCK_EX | LOCK_NB) != 0; ++attempt)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    return file;
+}
+
 } // namespace
 
 Result<QByteArray> readFile(const QString &path, qsizetype maxBytes)
@@ -274,6 +291,7 @@ Result<void> writeAtomically(const QString &path, QByteArrayView bytes, const Re
         return cannotWrite(path, errno);
     if (const int error = made.fill(bytes); error != 0)
         return cannotWrite(path, error);
+    const Descriptor turn(rules.lastLook ? takeTurn(target) : -1);
     if (rules.lastLook && !rules.lastLook())
         return changed();
     if (const int error = made.takeName(rules.onlyNew); error != 0)

@@ -87,7 +87,8 @@ private:
         }
         const double slope = across(way) / along(way);
         const double extent = reach / std::abs(along(way));
-        const auto [low, high] = std::minmax(along(start.at), along(end.at));
+        const double low = std::min(along(start.at), along(end.at));
+        const double high = std::max(along(start.at), along(end.at));
         const int first = std::max(0, static_cast<int>(std::floor(low - reach)));
         const int last =
             std::min(isFlat ? m_size.width() : m_size.height(), static_cast<int>(std::ceil(high + reach)));
