@@ -6,7 +6,7 @@ VButton {
     id: choice
 
     required property string alias
-    required property list<string> projects
+    required property var projects // a QStringList
 
     signal chosen(string alias)
 

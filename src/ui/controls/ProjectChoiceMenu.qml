@@ -7,7 +7,7 @@ import Vesk.Controls
 Menu {
     id: menu
 
-    required property list<string> projects
+    required property var projects // a QStringList
     required property string alias
 
     signal chosen(string alias)
