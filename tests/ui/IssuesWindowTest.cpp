@@ -108,6 +108,12 @@ private Q_SLOTS:
         theatre.picture(theme + u"-issues-board"_s);
         theatre.press(Qt::Key_Escape);
         QTRY_VERIFY(!theatre.shows(u"보드 고치기"_s));
+        const QString problem = house.view().problems().first();
+        theatre.click(u"관계 문제 %1"_s.arg(house.view().problemCount()));
+        QTRY_VERIFY(theatre.shows(problem));
+        theatre.picture(theme + u"-issues-problems"_s);
+        theatre.press(Qt::Key_Escape);
+        QTRY_VERIFY(!theatre.shows(problem));
         for (int step = 0; step < 6; ++step) {
             theatre.press(Qt::Key_Plus, Qt::ControlModifier);
         }

@@ -13,7 +13,7 @@ Menu {
     x: parent ? parent.width - width : 0
     y: parent ? parent.height + 4 : 0
     leastWidth: 440
-    Accessible.name: "관계 문제"
+    title: "관계 문제"
 
     Instantiator {
         model: menu.view.problems
