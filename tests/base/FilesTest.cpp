@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -98,6 +99,25 @@ private Q_SLOTS:
         QCOMPARE(readFile(raced, 10).value(), QByteArray("theirs"));
         QCOMPARE(readFile(path, 10).value(), QByteArray("first"));
         QCOMPARE(entries(), (QStringList {u"made"_s, u"raced"_s})); // nothing is left of what failed
+    }
+
+    void betweenLookAndRenameNobodyElseHasTheTurn()
+    {
+        const QString path = m_dir->filePath(u"shared"_s);
+        QVERIFY(writeAtomically(path, "old"));
+        const auto isFree = [&path] {
+            QFile other(path);
+            return other.open(QIODevice::ReadOnly) && ::flock(other.handle(), LOCK_EX | LOCK_NB) == 0;
+        };
+        bool wasFree = true;
+        const auto look = [&] {
+            wasFree = isFree();
+            return true;
+        };
+        QVERIFY(writeAtomically(path, "new", {.lastLook = look}));
+        QVERIFY(!wasFree);
+        QVERIFY(isFree());
+        QCOMPARE(readFile(path, 10).value(), QByteArray("new"));
     }
 
     void failedWritesChangeNothing()
